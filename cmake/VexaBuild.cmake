@@ -1,0 +1,22 @@
+# SPDX-License-Identifier: MIT
+# Compiler settings that the library, the programs and the tests share.
+
+function(vexa_build_settings target)
+    target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}" "${PROJECT_BINARY_DIR}")
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic)
+    if(VEXA_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(VEXA_SANITIZE)
+        list(JOIN VEXA_SANITIZE "," sanitizers)
+        target_compile_options(${target} PRIVATE -fsanitize=${sanitizers} -fno-omit-frame-pointer
+            -fno-sanitize-recover=all)
+        target_link_options(${target} PRIVATE -fsanitize=${sanitizers})
+    endif()
+    if(VEXA_COVERAGE)
+        target_compile_options(${target} PRIVATE --coverage -O0 -fprofile-update=atomic)
+        target_link_options(${target} PRIVATE --coverage)
+    endif()
+endfunction()

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "testutils/logcatcher.h"
+
+#include "plugin/logger.h"
+#include <QMutex>
+#include <QMutexLocker>
+
+namespace {
+
+QMutex mutex;
+QList<LogLine> caught;
+
+void catchLine(QtMsgType type, const QMessageLogContext &, const QString &text)
+{
+    const QMutexLocker lock(&mutex);
+    caught.append({type, text});
+}
+
+} // namespace
+
+LogCatcher::LogCatcher(int level)
+    : m_previousHandler(qInstallMessageHandler(catchLine))
+    , m_previousLevel(L::og()->getLogLevel())
+{
+    if (level >= 0)
+        L::og()->setLogLevel(level);
+    clear();
+}
+
+LogCatcher::~LogCatcher()
+{
+    L::og()->setLogLevel(m_previousLevel);
+    qInstallMessageHandler(m_previousHandler);
+}
+
+QList<LogLine> LogCatcher::lines() const
+{
+    const QMutexLocker lock(&mutex);
+    return caught;
+}
+
+QStringList LogCatcher::texts() const
+{
+    QStringList texts;
+    for (const LogLine &line : lines()) {
+        QString text = line.text;
+        if (text.startsWith(QLatin1Char('"')) && text.endsWith(QLatin1String("\" ")))
+            text = text.mid(1, text.size() - 3);
+        texts.append(text);
+    }
+    return texts;
+}
+
+int LogCatcher::count(const QString &text) const
+{
+    return int(texts().count(text));
+}
+
+bool LogCatcher::contains(const QString &part) const
+{
+    for (const LogLine &line : lines()) {
+        if (line.text.contains(part))
+            return true;
+    }
+    return false;
+}
+
+void LogCatcher::clear()
+{
+    const QMutexLocker lock(&mutex);
+    caught.clear();
+}
