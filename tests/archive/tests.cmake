@@ -1,0 +1,2 @@
+# SPDX-License-Identifier: MIT
+vexa_add_test(archive/vexaarchive)
