@@ -1,0 +1,565 @@
+// SPDX-License-Identifier: MIT
+// The HTTP transfer: one GET for the rest of a file, written as it arrives.
+#include "download/downloadmanager.h"
+
+#include "download/downloadmanager_p.h"
+#include "download/httpanswer_p.h"
+#include "plugin/vexaconstants.h"
+#include "plugin/vexasettings.h"
+#include <QCoreApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QMutexLocker>
+#include <QNetworkRequest>
+
+namespace {
+
+constexpr int WaitStep = 20; // ms between two looks at the flags while a reply is awaited
+constexpr int SuspendedStep = 1000; // ms between two looks while suspended
+constexpr int RetryStep = 100; // ms between two looks while a full disk is waited for
+constexpr qint64 ChunkSize = 4 * 1024 * 1024; // bytes that are written without further waiting
+constexpr qint64 ReplyBuffer = 8 * 1024 * 1024; // bytes that Qt may hold for us
+
+QString headerOf(const QNetworkReply &reply, const QString &name)
+{
+    return QString::fromLatin1(reply.rawHeader(name.toLatin1()));
+}
+
+int statusOf(const QNetworkReply &reply)
+{
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+} // namespace
+
+QString DownloadManager::fileNameFromUrl(const QUrl &url)
+{
+    QString name = QFileInfo(url.path()).fileName();
+    // ".." would be the folder itself, which can never be opened for writing.
+    if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String(".."))
+        name = QStringLiteral("download");
+    QString dir = QDir::homePath() + TMP_DIR_PATH;
+    if (!QDir(dir).exists()) {
+        L::og()->info(QLatin1String("Creating directory: ") + dir);
+        if (!QDir().mkpath(dir)) {
+            L::og()->warning(QLatin1String("Couldn't create directory: ") + dir);
+            L::og()->warning(QStringLiteral("Current directory will be used for temporary files"));
+            dir = QStringLiteral("./");
+        }
+    }
+    L::og()->info(QLatin1String("temporary file directory: ") + dir);
+    return dir + name;
+}
+
+qint64 DownloadManager::bytesTotalFromContentRange(const QString &value) const
+{
+    const QStringList parts = value.split(HTTP_CONTENT_RANGE_SEPARATOR_TOKEN);
+    return parts.size() == 2 ? parts.at(1).toLongLong() : 0;
+}
+
+int DownloadManager::doDownload()
+{
+    d->trace(QStringLiteral("int DownloadManager::doDownload()"));
+    d->progressSeen = false;
+    d->requestDone = false;
+    updateWifiState();
+    waitWhileSuspended();
+    if (d->exiting)
+        return 0; // stays queued for the next run
+
+    prepareRecord();
+    if (!openSaveFile())
+        return 1;
+    if (d->cancelled) {
+        discardTransfer();
+        return 0;
+    }
+    if (d->current.type == DownloadRequest && !fitSaveFile())
+        return 1;
+    transfer();
+    concludeTransfer();
+    return 0;
+}
+
+void DownloadManager::waitWhileSuspended()
+{
+    while (d->suspended && !d->exiting) {
+        {
+            const QMutexLocker lock(&d->suspensionMutex);
+            // Tested again under the lock: a resume in between would otherwise cost a second.
+            if (d->suspended && !d->exiting)
+                d->wakeUp.wait(&d->suspensionMutex, SuspendedStep);
+        }
+        QCoreApplication::processEvents();
+    }
+    d->trace(QStringLiteral("Woke up..."));
+}
+
+// What is left of an earlier attempt counts only for the same file of the same address.
+void DownloadManager::prepareRecord()
+{
+    const QUrl url = addressOf(d->current);
+    const QString fileName = d->current.payload.toString();
+    const bool savedTransfer = d->queue->hasSavedTransfer.exchange(false);
+    if (d->download.url.toString() != url.toString() || d->download.fileName != fileName) {
+        d->download.clear();
+        d->unfinished = false;
+    } else if (savedTransfer) {
+        d->unfinished = true;
+    }
+    d->download.url = url;
+    d->download.fileName = fileName;
+    d->urlText = url.toString();
+}
+
+bool DownloadManager::openSaveFile()
+{
+    const QString &fileName = d->download.fileName;
+    if (d->saveFile.isOpen()) {
+        d->trace(QLatin1String("INFO: Closing already opened file: ") + fileName);
+        d->saveFile.close();
+    }
+    // Our own folder may have been cleared away since the request was made.
+    const QString ownFolder = QDir::homePath() + TMP_DIR_PATH;
+    if (fileName.startsWith(ownFolder))
+        QDir().mkpath(ownFolder); // If it fails, the open tells.
+    if (d->saveFile.open(fileName))
+        return true;
+    d->trace(QLatin1String("ERROR: Problem opening save file ") + fileName
+             + QLatin1String(" for download ") + d->urlText + QLatin1String(": ")
+             + d->saveFile.errorString());
+    return false;
+}
+
+// The file decides how far a transfer has come, but never more than was recorded: what lies behind
+// that was written just before a crash.
+bool DownloadManager::fitSaveFile()
+{
+    Download &download = d->download;
+    const bool tooMuch = download.bytesTotal > 0 && download.bytesReceived > download.bytesTotal;
+    if (download.bytesReceived < 0 || tooMuch)
+        download.bytesReceived = 0;
+    if (!d->saveFile.cutTo(download.bytesReceived)) {
+        L::og()->error(QLatin1String("Could not cut the save file ") + download.fileName
+                       + QLatin1String(": ") + d->saveFile.errorString());
+        return false;
+    }
+    download.bytesReceived = d->saveFile.size();
+    return true;
+}
+
+void DownloadManager::transfer()
+{
+    d->current.state = StateNew;
+    d->knownTotal = d->download.bytesTotal;
+    d->testAnswered = false;
+    d->attemptOver = false;
+    d->errorSeen = false;
+    d->finishedSeen = false;
+    d->bodyChecked = false;
+    d->bodyIgnored = false;
+    d->attemptGrew = false;
+    d->writeFailed = false;
+    d->replyBytes = 0;
+
+    const Download &download = d->download;
+    if (d->unfinished && d->current.type == DownloadRequest && download.bytesTotal > 0
+        && download.bytesReceived == download.bytesTotal) {
+        finishTransfer(); // all is there: the last run ended before it could say so
+        d->saveFile.close();
+        return;
+    }
+    d->unfinished = true;
+
+    d->transferClock.start();
+    d->chunkClock.invalidate();
+    sendRequest();
+
+    // Cleared here and not before: a suspension that was lifted while this waited had set it. Who
+    // sets it sets the reason first, so nothing is missed.
+    d->requestDone = false;
+    if (d->suspended || d->cancelled)
+        d->requestDone = true;
+    QTimer tick;
+    connect(&tick, &QTimer::timeout, this, [this] { takeChunk(); });
+    tick.start(WaitStep);
+    while (!d->requestDone) {
+        if (d->exiting) {
+            d->trace(QStringLiteral("Exit received. Suspending..."));
+            suspend(NetworkCause);
+            d->requestDone = true;
+            break;
+        }
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
+    d->trace(QStringLiteral("Item downloaded. Exiting waiting loop..."));
+    d->heartbeat.stop();
+    tick.stop();
+    // The error came, but the end of the reply did not yet: without its judgement the request
+    // would be sent again and again.
+    if (d->errorSeen && !d->finishedSeen && d->reply && !d->cancelled && !d->suspended)
+        doDownloadFinished();
+    takeChunk();
+    abortCurrentRequest();
+    d->saveFile.close();
+}
+
+void DownloadManager::sendRequest()
+{
+    QNetworkRequest request(d->download.url);
+    d->rangeStart = d->current.type == TestDownloadRequest ? 0 : d->download.bytesReceived;
+    request.setRawHeader(HTTP_RANGE_TOKEN.toLatin1(),
+                         HTTP_RANGE_VALUE_BYTES_TOKEN.toLatin1() + QByteArray::number(d->rangeStart)
+                             + '-');
+    // Else Qt would ask for a packed body and unpack it under our byte counts.
+    request.setRawHeader("Accept-Encoding", "identity");
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::NoLessSafeRedirectPolicy);
+    if (d->reply)
+        d->reply->disconnect();
+    d->heartbeat.start();
+    QNetworkReply *reply = d->network.get(request);
+    d->reply = reply;
+    // Without a limit a fast server fills the memory while the disk is waited for. A test never
+    // reads, so with one its reply would never end.
+    if (d->current.type != TestDownloadRequest)
+        reply->setReadBufferSize(ReplyBuffer);
+    connect(reply, &QNetworkReply::downloadProgress, this, &DownloadManager::doDownloadProgress);
+    connect(reply, &QNetworkReply::finished, this, &DownloadManager::doDownloadFinished);
+    connect(reply, &QNetworkReply::readyRead, this, &DownloadManager::doDownloadReadyRead);
+    connect(reply, &QNetworkReply::errorOccurred, this, &DownloadManager::doDownloadError);
+}
+
+void DownloadManager::doDownloadReadyRead()
+{
+    if (!d->reply)
+        return;
+    // Qt tells of progress behind the data, and not at every piece; the heartbeat, the stored
+    // total and a test download need to hear of it first.
+    bool lengthKnown = false;
+    const qint64 length = headerOf(*d->reply, HTTP_CONTENT_LENGTH_TOKEN).toLongLong(&lengthKnown);
+    doDownloadProgress(d->replyBytes + d->reply->bytesAvailable(), lengthKnown ? length : -1);
+    if (d->current.type == TestDownloadRequest) {
+        d->trace(QStringLiteral("Test request void DownloadManager::doDownloadReadyRead()"));
+        return;
+    }
+    // A chunk costs several syncs: small pieces wait for the next tick.
+    if (d->reply
+        && (d->reply->bytesAvailable() >= ChunkSize || !d->chunkClock.isValid()
+            || d->chunkClock.elapsed() >= WaitStep))
+        takeChunk();
+}
+
+// Judges the reply's header, once; what comes after it is the file's bytes or nothing.
+void DownloadManager::checkBody()
+{
+    if (d->bodyChecked)
+        return;
+    d->bodyChecked = true;
+    const ContentRange range = ContentRange::parse(headerOf(*d->reply, HTTP_CONTENT_RANGE_TOKEN));
+    switch (judgeBody(statusOf(*d->reply), range, d->rangeStart, d->knownTotal)) {
+    case BodyUse::Append:
+        break;
+    case BodyUse::StartAnew:
+        d->download.bytesReceived = 0;
+        if (!fitSaveFile())
+            endAttempt();
+        break;
+    case BodyUse::Restart:
+        // The next attempt begins at the first byte.
+        d->trace(QStringLiteral("The server's file has changed. Starting it anew..."));
+        d->download.bytesReceived = 0;
+        d->download.bytesTotal = 0;
+        endAttempt();
+        break;
+    case BodyUse::Refuse:
+        L::og()->error(QStringLiteral("Failed: the server sent another part than was asked for"));
+        failTransfer(ContentRefused);
+        endAttempt();
+        break;
+    case BodyUse::Ignore:
+        d->bodyIgnored = true;
+        break;
+    }
+}
+
+// Writes what the reply holds and, once it is written, counts it and puts the count on disk.
+void DownloadManager::takeChunk()
+{
+    if (!d->reply || d->current.type == TestDownloadRequest || d->attemptOver || d->cancelled
+        || d->current.state != StateNew || d->reply->bytesAvailable() == 0)
+        return;
+    checkBody();
+    if (d->attemptOver)
+        return;
+    const QByteArray chunk = d->reply->readAll();
+    d->replyBytes += chunk.size();
+    if (d->bodyIgnored)
+        return;
+    if (!d->saveFile.append(chunk)) {
+        L::og()->error(QLatin1String("Could not write to the save file ") + d->download.fileName
+                       + QLatin1String(": ") + d->saveFile.errorString());
+        d->writeFailed = true;
+        endAttempt();
+        return;
+    }
+    d->attemptGrew = true;
+    d->download.bytesReceived += chunk.size();
+    d->chunkClock.start();
+    const VexaSettings::Locker settings;
+    d->download.serialize(*settings);
+    settings->sync();
+}
+
+// What the reply still holds or says does not matter any more.
+void DownloadManager::endAttempt()
+{
+    d->attemptOver = true;
+    d->requestDone = true;
+}
+
+void DownloadManager::doDownloadProgress(qint64 bytesReceived, qint64 bytesTotal)
+{
+    Q_UNUSED(bytesReceived);
+    d->progressSeen = true;
+    Download &download = d->download;
+    const bool partial = d->reply
+        && (d->reply->hasRawHeader(HTTP_CONTENT_RANGE_TOKEN.toLatin1())
+            || d->reply->hasRawHeader(HTTP_CONTENT_LENGTH_TOKEN.toLatin1()));
+    if (partial) {
+        download.downloadType = 1;
+        // Without a range the size stays unknown, although the length would tell it.
+        download.bytesTotal =
+            bytesTotalFromContentRange(headerOf(*d->reply, HTTP_CONTENT_RANGE_TOKEN));
+    } else {
+        L::og()->warning(QStringLiteral("No partial download possible"));
+        download.downloadType = 0;
+        download.bytesTotal = bytesTotal;
+    }
+
+    qint64 estimatedTime = 0;
+    if (download.bytesReceived >= 1 && download.bytesTotal >= 0)
+        estimatedTime =
+            qint64(double(download.bytesTotal - download.bytesReceived)
+                   / double(download.bytesReceived) * double(d->elapsed(d->transferClock)));
+    if (d->elapsed(d->loopClock) > d->ProgressInterval) {
+        Q_EMIT progress(d->current.type, d->urlText, d->current.id, download.bytesReceived,
+                        download.bytesTotal, estimatedTime);
+        d->loopClock.start();
+    }
+    if (d->current.type == TestDownloadRequest) {
+        d->trace(QStringLiteral(
+            "Test request void DownloadManager::doDownloadProgress(qint64, qint64)"));
+        d->testAnswered = true;
+        d->requestDone = true;
+    }
+}
+
+void DownloadManager::doDownloadFinished()
+{
+    d->trace(QStringLiteral("void DownloadManager::doDownloadFinished()"));
+    d->finishedSeen = true;
+    if (d->current.type == TestDownloadRequest) {
+        d->trace(QStringLiteral("Test request"));
+        finishTransfer();
+        d->requestDone = true;
+        return;
+    }
+    takeChunk();
+    d->requestDone = true;
+    if (!d->reply)
+        return;
+    QNetworkReply &reply = *d->reply;
+    reply.deleteLater();
+    if (d->attemptOver || d->current.state != StateNew)
+        return;
+    switch (reply.error()) {
+    case QNetworkReply::NoError:
+        judgeWhole();
+        break;
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::ProxyTimeoutError:
+        L::og()->error(QStringLiteral("ERROR: Response Timeout"));
+        break;
+    case QNetworkReply::UnknownContentError:
+        if (isAllThere()) {
+            finishTransfer();
+            break;
+        }
+        L::og()->error(QLatin1String("Failed: ") + reply.errorString());
+        failTransfer(ContentRefused);
+        break;
+    case QNetworkReply::OperationCanceledError:
+        d->trace(QStringLiteral("Aborted, disconnecting signals"));
+        reply.disconnect(this);
+        d->trace(QStringLiteral("Download aborted"));
+        d->current.state = StateAborted;
+        break;
+    default:
+        L::og()->error(QLatin1String("Failed: ") + reply.errorString());
+        L::og()->error(QLatin1String("Error: ") + QString::number(reply.error()));
+        failTransfer(DownloadFailed);
+        break;
+    }
+}
+
+// The reply ended without an error, which Qt also says of a body that was cut where nothing told
+// its length.
+void DownloadManager::judgeWhole()
+{
+    checkBody();
+    if (d->attemptOver)
+        return;
+    const Download &download = d->download;
+    if (d->bodyIgnored) {
+        L::og()->error(QLatin1String("Failed: status ") + QString::number(statusOf(*d->reply)));
+        failTransfer(DownloadFailed);
+    } else if (download.downloadType == 0 || download.bytesTotal <= 0
+               || download.bytesReceived == download.bytesTotal) {
+        finishTransfer();
+    } else if (download.bytesReceived < download.bytesTotal && d->attemptGrew) {
+        d->trace(QStringLiteral("The reply was cut short. Asking for the rest..."));
+    } else {
+        L::og()->error(QStringLiteral("Failed: the file is not as long as the server said"));
+        failTransfer(ContentRefused);
+    }
+}
+
+// A request behind the last byte is refused; that is no failure if the file ends just there.
+bool DownloadManager::isAllThere() const
+{
+    constexpr int RangeNotSatisfiable = 416;
+    return statusOf(*d->reply) == RangeNotSatisfiable
+        && ContentRange::parse(headerOf(*d->reply, HTTP_CONTENT_RANGE_TOKEN)).total
+        == d->rangeStart;
+}
+
+void DownloadManager::doDownloadError(QNetworkReply::NetworkError code)
+{
+    d->trace(QLatin1String("network error code: ") + QString::number(code));
+    if (d->current.type == TestDownloadRequest)
+        d->trace(QStringLiteral("Test request void "
+                                "DownloadManager::doDownloadError(QNetworkReply::NetworkError)"));
+    d->errorSeen = true;
+    d->requestDone = true;
+}
+
+void DownloadManager::doHeartBeat()
+{
+    d->trace(QStringLiteral("void DownloadManager::doHeartBeat()"));
+    if (d->progressSeen) {
+        d->progressSeen = false;
+        return;
+    }
+    d->trace(QStringLiteral("WARNING: No download progress detected within 5000 ms"));
+    if (d->current.type == TestDownloadRequest) {
+        d->trace(QStringLiteral("WARNING: Canceling current test download request ..."));
+        cancel(d->current.url);
+    } else {
+        d->trace(QStringLiteral("WARNING: Aborting current request and resending ..."));
+        d->requestDone = true;
+    }
+}
+
+void DownloadManager::abortCurrentRequest()
+{
+    if (!d->reply)
+        return;
+    QNetworkReply *reply = d->reply;
+    d->reply = nullptr;
+    reply->disconnect(this);
+    reply->abort();
+    reply->deleteLater();
+    // Left to the event loop it would live as long as the main loop, which is that loop's caller.
+    QCoreApplication::sendPostedEvents(reply, QEvent::DeferredDelete);
+}
+
+void DownloadManager::finishTransfer()
+{
+    d->current.state = StateDone;
+    Q_EMIT finished(d->current.type, d->urlText, d->current.id);
+}
+
+void DownloadManager::failTransfer(int errorCode)
+{
+    d->current.state = StateFailed;
+    Q_EMIT error(d->current.type, d->current.id, errorCode, d->urlText);
+}
+
+void DownloadManager::concludeTransfer()
+{
+    d->trace(QStringLiteral("Checking download state..."));
+    if (d->cancelled) {
+        discardTransfer();
+        return;
+    }
+    if (d->suspended) {
+        d->trace(QStringLiteral("Download is suspended"));
+        return;
+    }
+    // A test is over with the first sign of an answer; its reply was aborted before its end.
+    if (d->current.type == TestDownloadRequest && d->testAnswered && d->current.state == StateNew)
+        finishTransfer();
+
+    const QString fileName = d->download.fileName;
+    if (d->current.state == StateDone) {
+        d->trace(QStringLiteral("Download is sucessful")); // The spelling is fixed.
+        // A test writes nothing; the empty file that opening made is not worth keeping.
+        if (d->current.type == TestDownloadRequest && QFileInfo(fileName).size() == 0)
+            SaveFile::remove(fileName);
+        forgetTransfer();
+        d->queue->dequeueIfHead(d->current);
+    } else if (d->current.state == StateFailed) {
+        d->trace(QStringLiteral("Download error"));
+        forgetTransfer();
+        removeSaveFile(fileName);
+        d->queue->dequeueIfHead(d->current);
+    } else if (d->writeFailed) {
+        pauseBeforeRetry();
+    }
+}
+
+// Not synced: the dequeue that follows does it, so that record and queue change together on disk.
+void DownloadManager::forgetTransfer()
+{
+    d->download.clear();
+    d->unfinished = false;
+    const VexaSettings::Locker settings;
+    d->download.serialize(*settings);
+}
+
+void DownloadManager::discardTransfer()
+{
+    d->trace(QStringLiteral("Download is canceled"));
+    d->current.state = StateAborted;
+    const QString fileName = d->download.fileName;
+    d->saveFile.close();
+    d->download.clear();
+    d->unfinished = false;
+    if (!fileName.isEmpty())
+        removeSaveFile(fileName);
+    d->cancelled = false;
+}
+
+void DownloadManager::removeSaveFile(const QString &fileName)
+{
+    d->trace(QStringLiteral("Removing the file"));
+    if (!SaveFile::remove(fileName))
+        d->trace(QLatin1String("Failed to remove file: ") + fileName);
+}
+
+// A full disk does not empty itself in 20 ms, and every attempt costs the user's traffic.
+void DownloadManager::pauseBeforeRetry()
+{
+    QElapsedTimer pause;
+    pause.start();
+    while (pause.elapsed() < d->heartbeatInterval && !d->exiting && !d->cancelled
+           && !d->suspended) {
+        {
+            const QMutexLocker lock(&d->suspensionMutex);
+            d->wakeUp.wait(&d->suspensionMutex, RetryStep);
+        }
+        QCoreApplication::processEvents();
+    }
+}

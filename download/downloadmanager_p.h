@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#ifndef VEXA_DOWNLOADMANAGER_P_H
+#define VEXA_DOWNLOADMANAGER_P_H
+
+#include "download/download.h"
+#include "download/request.h"
+#include "download/requestqueue.h"
+#include "download/savefile_p.h"
+#include "download/suspensioncause.h"
+#include "plugin/logger.h"
+#include <atomic>
+#include <QElapsedTimer>
+#include <QMutex>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPointer>
+#include <QTimer>
+#include <QUrl>
+#include <QWaitCondition>
+
+class VexaArchive;
+
+/** Codes of the engine's error signal. Sent to QML: never renumber. */
+enum EngineError {
+    DownloadFailed = 1,
+    UncompressFailed = 2,
+    MoveFailed = 3,
+    ContentRefused = 4,
+};
+
+/** The address of a request, as the caller wrote it. */
+inline QUrl addressOf(const Request &request)
+{
+    return QUrl::fromEncoded(request.url.toLocal8Bit());
+}
+
+/** What the engine keeps; DownloadManager's sources share it. */
+class DownloadManagerPrivate
+{
+public:
+    /** More ms than this lie between two progress signals. */
+    static constexpr int ProgressInterval = 999;
+
+    // Worker thread only.
+    RequestQueue<Request> *queue = nullptr; // not owned
+    QTimer heartbeat;
+    QNetworkAccessManager network;
+    QPointer<QNetworkReply> reply;
+    SaveFile saveFile;
+    QElapsedTimer transferClock; // since the request was sent
+    QElapsedTimer loopClock; // since the last progress signal
+    QElapsedTimer chunkClock; // since the last chunk was written
+    Download download;
+    Request current; // copy of the queue's head
+    QString urlText; // the transfer's address, the url argument of every signal
+    bool progressSeen = false;
+    bool testAnswered = false; // a test download has heard from the server
+    bool errorSeen = false; // the reply has failed
+    bool finishedSeen = false; // the reply has been judged
+    bool bodyChecked = false; // the reply's header has been judged
+    bool bodyIgnored = false; // its body is not the file
+    bool attemptGrew = false; // this attempt brought bytes
+    bool attemptOver = false; // nothing of the reply is wanted any more
+    bool writeFailed = false; // the save file could not take the last chunk
+    bool unfinished = false; // the record belongs to a request that stayed queued in this run
+    qint64 replyBytes = 0; // bytes of this reply that were read
+    qint64 knownTotal = 0; // the file's size before this attempt, 0 or -1 if unknown
+    qint64 rangeStart = 0; // first byte that was asked for
+
+    // Set from any thread.
+    std::atomic<bool> requestDone {false};
+    std::atomic<bool> suspended {false};
+    std::atomic<bool> cancelled {false};
+    std::atomic<bool> exiting {false};
+    std::atomic<bool> hasWifiConnection {false};
+    std::atomic<bool> allowGprsConnection {false};
+    std::atomic<bool> allowGoOnline {false};
+    std::atomic<int> unpackPause {30};
+    std::atomic<bool> containedUnpack {false};
+    std::atomic<int> heartbeatInterval {5000};
+
+    // The cause and every change of the suspended flag; also what sleepers wait with. The
+    // settings' lock is taken after it.
+    mutable QMutex suspensionMutex;
+    QWaitCondition wakeUp;
+    SuspensionCause cause = NotSuspended;
+
+    // What other threads ask about the current request.
+    mutable QMutex requestMutex;
+    QString currentUrl;
+    VexaArchive *archive = nullptr; // while one is unpacked; not owned
+    QStringList unpackedFiles;
+
+    static void trace(const QString &text) { L::og()->trace(text); }
+    static void info(const QString &text) { L::og()->info(text); }
+
+    /** A clock that was never started shows 0. */
+    static qint64 elapsed(const QElapsedTimer &clock)
+    {
+        return clock.isValid() ? clock.elapsed() : 0;
+    }
+};
+
+#endif

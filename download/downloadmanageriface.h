@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+#ifndef VEXA_DOWNLOADMANAGERIFACE_H
+#define VEXA_DOWNLOADMANAGERIFACE_H
+
+#include "download/irequestqueuelistener.h"
+#include "download/suspensioncause.h"
+#include "vexa_export.h"
+#include <optional>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
+
+class Worker;
+
+/**
+ * What QML drives downloads with. It turns calls into requests for the engine and tells, in the
+ * GUI thread, what the engine reports.
+ *
+ * The Worker owns the one interface; it lives in the GUI thread, where the worker was made. It is
+ * usable before the worker thread has started: requests are queued and kept, calls meant for the
+ * engine do nothing, and isSuspended reads true.
+ *
+ * Operations in the signals: 1 test download, 2 download, 3 unpack, 4 move. Errors: 1 download
+ * failed, 2 unpacking failed, 3 moving failed, 4 the server's content was refused. The engine does
+ * not stop at a failed step: the steps behind it run too, and end in finished(). A page that
+ * installs a region therefore calls cancel(url) when it hears error().
+ *
+ *     Connections {
+ *         target: downloads
+ *         function onFinished(operation, url, id) { if (operation === 4) page.done(id) }
+ *         function onError(operation, id, error, url) { downloads.cancel(url) }
+ *     }
+ */
+class VEXA_EXPORT DownloadManagerIface : public QObject, public IRequestQueueListener
+{
+    Q_OBJECT
+    /** Bytes that may still be written where the map data lies; 0 if that cannot be told. */
+    Q_PROPERTY(quint64 freeDiskSpace READ getFreeSpace)
+    /** Whether the engine has ever reported work of an earlier run; never goes back to false. */
+    Q_PROPERTY(bool inRecovery READ isInRecovery)
+    /** Whether the engine is suspended, for whatever cause; true while there is no engine. */
+    Q_PROPERTY(bool isSuspended READ suspended NOTIFY isSuspendedChanged)
+    /** The queue, oldest first: maps with "url", "type" (the operation) and "id". */
+    Q_PROPERTY(QVariantList requests READ getRequests NOTIFY requestsChanged)
+    /** Whether there is Wi-Fi, as the host told it last. */
+    Q_PROPERTY(bool hasWifiConnection READ hasWifiConnection NOTIFY hasWifiConnectionChanged)
+    /** What the last unpack that finished has made: relative paths, folders among them. */
+    Q_PROPERTY(QStringList unpackedFileList READ getUnpackedFileList NOTIFY unpackedFileListChanged)
+
+public:
+    /** Made by the worker, which must outlive it. */
+    explicit DownloadManagerIface(Worker *worker);
+    ~DownloadManagerIface() override;
+
+    /** Asks the server whether it answers; ends in finished() with operation 1 and an empty id. */
+    Q_INVOKABLE void testDownload(const QString &url);
+    /**
+     * Downloads a file and moves it to destDir; with unzip, unpacks it first and moves what came
+     * out. A destDir that ends in "/" is made if it is missing and receives the file under its own
+     * name; without the slash only its parent is made. Does not look whether the id is queued
+     * already: see isInQueue().
+     */
+    Q_INVOKABLE void download(const QString &id, const QString &url, const QString &destDir,
+                              bool unzip);
+    /** Suspends at the user's request; survives a restart. */
+    Q_INVOKABLE void suspend();
+    /** Resumes at the user's request, if there is a network that may be used. */
+    Q_INVOKABLE void resume();
+    /** Cancels what was asked for with this address; an empty one cancels everything. */
+    Q_INVOKABLE void cancel(const QString &url = QString());
+    /** Cancels everything. */
+    Q_INVOKABLE void cancelAll();
+    /** Whether the mobile network may be used. */
+    Q_INVOKABLE void allowGprsConnection(bool allow);
+    /** The same as the property requests. */
+    Q_INVOKABLE QVariantList getRequests();
+    /** Whether some step for this id is queued. */
+    Q_INVOKABLE bool isInQueue(const QString &id);
+    /** The id that the engine works on, or a null string if the queue is empty. */
+    Q_INVOKABLE QString currentlyActiveId();
+    /** Whether any network may be used; nothing is fetched before this was called with true. */
+    Q_INVOKABLE void allowGoOnline(bool allow);
+
+    /** Suspends for this cause and emits isSuspended() and isSuspendedChanged(). */
+    void suspend(SuspensionCause cause);
+    /** Resumes if this cause may; emits the same signals. */
+    void resume(SuspensionCause cause);
+    bool suspended();
+    bool isInRecovery();
+    bool hasWifiConnection() const;
+    /** The last value given to allowGprsConnection(); false at first. */
+    bool doAllowGprsConnection();
+    /** For the host's network code: tells the interface and the engine whether there is Wi-Fi. */
+    void setHasWiFi(bool hasWiFi);
+    QStringList getUnpackedFileList() const;
+    /** Replaces the list. */
+    void setUnpackedFileList(const QStringList &list);
+    /** Asks the file system of DataRoot::mountPoint(); 0 on failure. */
+    quint64 getFreeSpace();
+
+    /** Called by the queue, in whichever thread changed it. */
+    void onChanged() override;
+
+    /**
+     * Called by the worker just ahead of the onFinished() that belongs to this list; without it,
+     * onFinished() asks the manager, which may be an unpack further.
+     */
+    void expectUnpackedFileList(const QStringList &list);
+
+Q_SIGNALS:
+    /** A step ended; for operation 3 it comes twice. */
+    void finished(int operation, const QString &url, const QString &id);
+    /** At most once a second; bytes, and the remaining time in ms (0 if unknown). */
+    void progress(int operation, const QString &url, const QString &id, qint64 bytesReceived,
+                  qint64 bytesTotal, qint64 estimatedTime);
+    /** A step failed. */
+    void error(int operation, const QString &id, int error, const QString &url);
+    /** There is work of an earlier run. */
+    void recovery(bool isSuspended);
+    /** The queue changed. May be emitted in the worker thread; QML is told in its own. */
+    void requestsChanged();
+    void hasWifiConnectionChanged();
+    /** Follows suspend() and resume(), with the state that the engine is in now. */
+    void isSuspended(bool suspended);
+    void unpackedFileListChanged();
+    void isSuspendedChanged();
+
+public Q_SLOTS:
+    // The strings are named the other way round than in the signals: they are passed on by
+    // position, and both declarations are relied on.
+    void onFinished(int operation, const QString &id, const QString &url);
+    void onProgress(int operation, const QString &id, const QString &url, qint64 bytesReceived,
+                    qint64 bytesTotal, qint64 estimatedTime);
+    void onError(int operation, const QString &id, int error, const QString &url);
+    void onRecovery(bool isSuspended);
+    void onWifiConnectionChanged(bool hasWifiConnection);
+    /** Does nothing; a place to connect the state of a network session to. */
+    void onSessionStateChanged(int state);
+    void onNotifySuspended(bool suspended = false);
+    /** Aborts the running transfer; to be called before Worker::stop(). */
+    void prepareToDestroy();
+
+private:
+    Worker *const m_worker; // not owned
+    bool m_inRecovery = false;
+    bool m_hasWifi = false;
+    bool m_suspended = false; // what the manager reported last; nothing reads it
+    QStringList m_unpackedFileList;
+    std::optional<QStringList> m_expectedFileList;
+    bool m_allowGprs = false;
+};
+
+#endif

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+#ifndef VEXA_SHELL_P_H
+#define VEXA_SHELL_P_H
+
+#include "vexa_export.h"
+#include <QString>
+
+/**
+ * The platform's shell, with which whole folders are copied and removed. Any thread may use it;
+ * the calling thread waits until the command is over. Exported for the tests.
+ */
+namespace Shell {
+
+/** Whether there is a shell at all. */
+VEXA_EXPORT bool isAvailable();
+
+/**
+ * The path as a word of a command: as it stands if the shell takes every letter of it as it is,
+ * else quoted. "*" is quoted too; a pattern goes behind the quoted part.
+ */
+VEXA_EXPORT QString quoted(const QString &path);
+
+/**
+ * Runs the command and returns what system() returns, 0 for success. A Ctrl-C meant for this
+ * program does not reach the command.
+ */
+VEXA_EXPORT int run(const QString &command);
+
+} // namespace Shell
+
+#endif

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+#include "download/worker.h"
+
+#include "download/downloadmanager.h"
+#include "plugin/logger.h"
+#include "plugin/vexasettings.h"
+#include <QTimer>
+
+Worker::Worker()
+    : m_interface(this)
+    , m_queue(&m_interface)
+{
+    L::og()->trace(QStringLiteral("Worker::Worker()"));
+}
+
+Worker::~Worker()
+{
+    L::og()->trace(QStringLiteral("virtual Worker::~Worker()"));
+}
+
+DownloadManagerIface *Worker::getDownloadManagerIface()
+{
+    return &m_interface;
+}
+
+RequestQueue<Request> *Worker::getRequestQueue()
+{
+    return &m_queue;
+}
+
+DownloadManager *Worker::getDownloadManager()
+{
+    return m_manager;
+}
+
+void Worker::enqueueRequest(const Request &request)
+{
+    // The queue's copy in the settings is about to be rewritten.
+    m_queue.restoreSaved();
+    m_queue.enqueue(request);
+}
+
+void Worker::suspend()
+{
+    withManager([](DownloadManager &manager) { manager.suspend(UserCause); });
+}
+
+void Worker::resume()
+{
+    withManager([](DownloadManager &manager) { manager.resume(UserCause); });
+}
+
+void Worker::cancel(const QString &url)
+{
+    withManager([&url](DownloadManager &manager) { manager.cancel(url); });
+}
+
+void Worker::allowGprsConnection(bool allow)
+{
+    withManager([allow](DownloadManager &manager) { manager.allowGprsConnection(allow); });
+}
+
+void Worker::stop()
+{
+    // One lock with run(), so that a thread that is just beginning either is told here or sees
+    // the queue stopped.
+    const QMutexLocker lock(&m_managerMutex);
+    withManager([](DownloadManager &manager) {
+        manager.disconnect();
+        manager.exit();
+    });
+    m_queue.stop();
+}
+
+void Worker::setUnpackPause(int ms)
+{
+    m_unpackPause = ms;
+    withManager([ms](DownloadManager &manager) { manager.setUnpackPause(ms); });
+}
+
+void Worker::setContainedUnpack(bool contained)
+{
+    m_containedUnpack = contained;
+    withManager([contained](DownloadManager &manager) { manager.setContainedUnpack(contained); });
+}
+
+void Worker::setHeartbeatInterval(int ms)
+{
+    m_heartbeatInterval = ms;
+}
+
+void Worker::threadSleep(unsigned long ms)
+{
+    QThread::msleep(ms);
+}
+
+void Worker::run()
+{
+    L::og()->trace(QStringLiteral("virtual void Worker::run()"));
+    DownloadManager manager(&m_queue, nullptr);
+    manager.setUnpackPause(m_unpackPause);
+    manager.setContainedUnpack(m_containedUnpack);
+    manager.setHeartbeatInterval(m_heartbeatInterval);
+
+    // Ahead of the connections below: the list goes to the GUI thread in the same queue as the
+    // signal, so that a slow GUI shows the list of the unpack that it is told of.
+    connect(&manager, &DownloadManager::finished, &manager, [this, &manager](int operation) {
+        if (operation != UncompressRequest)
+            return;
+        const QStringList files = manager.getUnpackedFileList();
+        QMetaObject::invokeMethod(
+            &m_interface, [this, files] { m_interface.expectUnpackedFileList(files); },
+            Qt::QueuedConnection);
+    });
+    connect(&manager, &DownloadManager::progress, &m_interface, &DownloadManagerIface::onProgress);
+    connect(&manager, &DownloadManager::finished, &m_interface, &DownloadManagerIface::onFinished);
+    connect(&manager, &DownloadManager::error, &m_interface, &DownloadManagerIface::onError);
+    connect(&manager, &DownloadManager::recovery, &m_interface, &DownloadManagerIface::onRecovery);
+    connect(&manager, &DownloadManager::hasWifiConnectionChanged, &m_interface,
+            &DownloadManagerIface::onWifiConnectionChanged);
+    connect(&manager, &DownloadManager::notifySuspended, &m_interface,
+            &DownloadManagerIface::onNotifySuspended);
+    {
+        const QMutexLocker lock(&m_managerMutex);
+        m_manager = &manager;
+        m_managerAlive = true;
+        if (m_queue.stopped)
+            manager.exit(); // stop() came before there was a manager to tell
+    }
+    Q_EMIT engineReady();
+    QTimer::singleShot(0, &manager, [&manager] { manager.run(); });
+    exec();
+    {
+        // Waits for calls that are under way; the pointer stays, it only is not used any more.
+        const QMutexLocker lock(&m_managerMutex);
+        m_managerAlive = false;
+    }
+    VexaSettings::destroy();
+}
