@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "catalog/contentfile_p.h"
+
+#include "catalog/tilefile_p.h"
+#include "catalog/xmlfilereader_p.h"
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QSet>
+#include <QXmlStreamWriter>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QLatin1String Directory("directory");
+const QLatin1String MapVersion("map-version");
+const QLatin1String DiskCache("diskcache");
+const QLatin1String Regions("regions");
+const QLatin1String RegionElement("region");
+const QLatin1String Tile("TI");
+const QLatin1String Id("id");
+const QLatin1String Name("name");
+const QLatin1String Path("path");
+
+struct ListedTile
+{
+    QString name;
+    QString path; // empty if the file has none
+};
+using ListedTiles = QHash<QString, QList<ListedTile>>; // by plain id
+
+// Calls the function for every child element of the one that has just begun.
+template <typename Function> void forEachChild(XmlFileReader &xml, Function function)
+{
+    const int level = xml.depth();
+    for (auto step = xml.next(); step != XmlFileReader::Done; step = xml.next()) {
+        if (xml.depth() < level)
+            return; // the element itself has ended
+        if (step == XmlFileReader::Start && xml.depth() == level + 1)
+            function();
+    }
+}
+
+void readTiles(XmlFileReader &xml, QHash<QString, QString> *paths)
+{
+    forEachChild(xml, [&] { paths->insert(xml.value(Name), xml.value(Path)); });
+}
+
+void readRegions(XmlFileReader &xml, ListedTiles *tiles)
+{
+    forEachChild(xml, [&] {
+        QList<ListedTile> &list = (*tiles)[xml.value(Id).mid(1)];
+        forEachChild(xml, [&] { list.append({xml.value(Name), xml.value(Path)}); });
+    });
+}
+
+// Characters that no XML file may hold; with one of them inside, the file would be lost to every
+// reader. Not dropped: what is left could be the name of another file.
+QString writable(QString text)
+{
+    for (int i = 0; i < text.size(); ++i) {
+        const ushort c = text.at(i).unicode();
+        const bool isPair =
+            text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        if (isPair)
+            ++i;
+        else if ((c < 0x20 && c != '\t' && c != '\n' && c != '\r') || c >= 0xfffe
+                 || text.at(i).isSurrogate())
+            text[i] = QChar(QChar::ReplacementCharacter);
+    }
+    return text;
+}
+
+void keepOwner(const QString &path, const QSaveFile &file)
+{
+    struct stat old = {};
+    if (stat(QFile::encodeName(path).constData(), &old) != 0)
+        return;
+    // Only the superuser may give files away; for the others the file is their own anyway.
+    if (fchown(file.handle(), old.st_uid, old.st_gid) == 0)
+        fchmod(file.handle(), old.st_mode & 07777);
+}
+
+} // namespace
+
+QStringList ContentFile::readIds(const QString &path)
+{
+    XmlFileReader xml(path, XmlFileReader::Strict);
+    if (!xml.open())
+        return QStringList();
+
+    QStringList ids;
+    QSet<QString> seen;
+    if (xml.next() == XmlFileReader::Start && xml.is(Directory)) {
+        forEachChild(xml, [&] {
+            if (!xml.is(Regions))
+                return;
+            forEachChild(xml, [&] {
+                if (!xml.is(RegionElement) || !xml.has(Id))
+                    return;
+                const QString id = xml.value(Id).mid(1);
+                if (!seen.contains(id)) {
+                    seen.insert(id);
+                    ids.append(id);
+                }
+            });
+        });
+    }
+    while (xml.next() != XmlFileReader::Done) { }
+    return xml.wellFormed() ? ids : QStringList();
+}
+
+QString ContentFile::readMapVersion(const QString &path)
+{
+    XmlFileReader xml(path, XmlFileReader::Strict);
+    if (!xml.open())
+        return QString();
+
+    QString version;
+    if (xml.next() == XmlFileReader::Start && xml.is(Directory))
+        version = xml.value(MapVersion);
+    while (xml.next() != XmlFileReader::Done) { }
+    return xml.wellFormed() ? version : QString();
+}
+
+ContentFile::Tables ContentFile::readTables(const QString &path)
+{
+    XmlFileReader xml(path, XmlFileReader::Strict);
+    if (!xml.open() || xml.next() != XmlFileReader::Start)
+        return Tables();
+
+    Tables tables;
+    ListedTiles listed;
+    forEachChild(xml, [&] {
+        if (xml.is(DiskCache))
+            readTiles(xml, &tables.tilePaths);
+        else if (xml.is(Regions))
+            readRegions(xml, &listed);
+    });
+    while (xml.next() != XmlFileReader::Done) { }
+    if (!xml.wellFormed())
+        return Tables();
+
+    for (auto region = listed.cbegin(); region != listed.cend(); ++region) {
+        QStringList &names = tables.regionTileNames[region.key()];
+        QStringList &paths = tables.regionTilePaths[region.key()];
+        for (const ListedTile &tile : region.value()) {
+            names.append(tile.name);
+            // Files of older versions have no paths there; the name leads to one only by luck.
+            paths.append(tile.path.isEmpty() ? tables.tilePaths.value(tile.name) : tile.path);
+        }
+    }
+    return tables;
+}
+
+QByteArray ContentFile::write(const QString &mapVersion, const QDir &tileCacheFolder,
+                              const QList<QFileInfo> &tiles, const QList<Region> &regions)
+{
+    // The writer begins with a line feed of its own.
+    QByteArray bytes("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    QXmlStreamWriter xml(&bytes);
+    xml.setAutoFormatting(true);
+    xml.setAutoFormattingIndent(1);
+
+    xml.writeStartElement(Directory);
+    xml.writeAttribute(MapVersion, writable(mapVersion));
+    xml.writeStartElement(DiskCache);
+    for (const QFileInfo &tile : tiles) {
+        const QString path = tileCacheFolder.relativeFilePath(tile.absoluteFilePath());
+        xml.writeEmptyElement(Tile);
+        xml.writeAttribute(Name, writable(tile.baseName()));
+        xml.writeAttribute(Path, writable(TileFile::contentPath(path)));
+        QCoreApplication::processEvents();
+    }
+    xml.writeEndElement();
+    xml.writeStartElement(Regions);
+    for (const Region &region : regions) {
+        xml.writeStartElement(RegionElement);
+        xml.writeAttribute(Id, writable(QLatin1Char('1') + region.id));
+        xml.writeAttribute(Name, writable(region.name));
+        for (const QString &entry : region.fileList) {
+            xml.writeEmptyElement(Tile);
+            xml.writeAttribute(Name, writable(TileFile::key(entry)));
+            // The name above is but a character; only the path tells the next start which file.
+            xml.writeAttribute(Path, writable(TileFile::contentPath(entry)));
+        }
+        xml.writeEndElement();
+        QCoreApplication::processEvents();
+    }
+    xml.writeEndElement();
+    xml.writeEndElement();
+    xml.writeEndDocument();
+    return bytes;
+}
+
+void ContentFile::replace(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    keepOwner(path, file);
+    // What fails is not reported; a file that is not committed leaves the old one as it was.
+    if (file.write(bytes) == bytes.size())
+        file.commit();
+    else
+        file.cancelWriting();
+}

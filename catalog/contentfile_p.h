@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#ifndef VEXA_CONTENTFILE_P_H
+#define VEXA_CONTENTFILE_P_H
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+class QFileInfo;
+class QDir;
+
+/**
+ * The form of "content.xml": what its elements mean, and nothing of when it is read or written.
+ *
+ * In the file a region's id has a "1" in front; readers drop the first character, whatever it is,
+ * and everything here but the writer speaks of plain ids.
+ */
+namespace ContentFile {
+
+/** What the catalogue looks up; lists are in the file's order. */
+struct Tables
+{
+    QHash<QString, QString> tilePaths; ///< tile name to path, "\a\3\x.cdt"
+    QHash<QString, QStringList> regionTileNames; ///< region id to tile names
+    QHash<QString, QStringList> regionTilePaths; ///< region id to paths; empty for unknown tiles
+};
+
+/** What is written of an installed region. */
+struct Region
+{
+    QString id;
+    QString name;
+    QStringList fileList;
+};
+
+/** The ids of the regions, each once; none if there is an error anywhere in the file. */
+QStringList readIds(const QString &path);
+
+/** The "map-version" as it stands; empty if there is an error anywhere in the file. */
+QString readMapVersion(const QString &path);
+
+/** The tables; empty if there is an error anywhere in the file. */
+Tables readTables(const QString &path);
+
+/**
+ * The bytes of the file. Runs the event loop after each tile and each region, so it must not be
+ * given anything that can end meanwhile.
+ */
+QByteArray write(const QString &mapVersion, const QDir &tileCacheFolder,
+                 const QList<QFileInfo> &tiles, const QList<Region> &regions);
+
+/**
+ * Puts the bytes in place of the file, all or nothing, with the mode and the owner of the old one;
+ * a link stays a link. If the folder takes no new file, the old one is overwritten.
+ */
+void replace(const QString &path, const QByteArray &bytes);
+
+} // namespace ContentFile
+
+#endif

@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: MIT
+#include "catalog/mapcatalog.h"
+
+#include "catalog/contentfile_p.h"
+#include "catalog/localizationtools.h"
+#include "plugin/dataroot.h"
+#include "plugin/logger.h"
+#include <algorithm>
+#include <QCoreApplication>
+#include <QLocale>
+#include <QQmlEngine>
+
+namespace {
+
+const QLatin1String ContentFileName("content.xml");
+const QLatin1String ConfigFileName("config.cfg");
+
+QString catalogFileName(const QString &mapsVersion)
+{
+    return QLatin1String("catalog-") + mapsVersion + QLatin1String(".xml");
+}
+
+QString regionNameFileName(const QString &digitCode)
+{
+    return QLatin1String("regionname-lang-") + digitCode + QLatin1String(".xml");
+}
+
+} // namespace
+
+MapCatalog::MapCatalog(const QString &pathSuffix, QObject *parent)
+    : QObject(parent)
+{
+    MapRegion::registerType();
+    setPathSuffix(pathSuffix);
+    initialize();
+}
+
+MapCatalog::~MapCatalog() = default;
+
+QQmlListProperty<MapRegion> MapCatalog::installedRegions()
+{
+    return MapRegion::createDeclarativeList(this, &m_installedRegions);
+}
+
+QQmlListProperty<MapRegion> MapCatalog::availableRegions()
+{
+    return MapRegion::createDeclarativeList(this, &m_availableRegions);
+}
+
+QString MapCatalog::installedMapsVersion() const
+{
+    return m_installedMapsVersion;
+}
+
+QString MapCatalog::installedMOSVersion() const
+{
+    return m_installedMOSVersion;
+}
+
+QString MapCatalog::mapBaseDirectory() const
+{
+    return m_baseFolderPath;
+}
+
+QString MapCatalog::tessarinDirectory() const
+{
+    return m_catalogFolderPath;
+}
+
+bool MapCatalog::bussy() const
+{
+    return m_bussy;
+}
+
+bool MapCatalog::catalogFilesExist()
+{
+    return m_catalogFolder.exists(ContentFileName)
+        && m_catalogFolder.exists(catalogFileName(m_installedMapsVersion))
+        && m_catalogFolder.exists(regionNameFileName(getDigitCode()));
+}
+
+void MapCatalog::setInstalledMapsVersion(QString installedMapsVersion)
+{
+    if (installedMapsVersion.isEmpty()) {
+        installedMapsVersion =
+            m_processor.readLocalMapVersion(m_catalogFolder.filePath(ContentFileName));
+    }
+    m_installedMapsVersion = installedMapsVersion;
+    Q_EMIT installedMapsVersionChanged();
+}
+
+void MapCatalog::setInstalledMOSVersion(QString installedMOSVersion, QString differentPath)
+{
+    QString path = m_tileCacheFolderPath;
+    if (!differentPath.isEmpty())
+        path.replace(QLatin1String("diskcache"), differentPath); // anywhere in the path
+    path += QLatin1Char('/') + ConfigFileName;
+
+    if (installedMOSVersion.isEmpty())
+        installedMOSVersion = m_processor.readLocalMOSVersion(path);
+    else
+        m_processor.updateLocalMOSVersion(path, installedMOSVersion);
+    m_installedMOSVersion = installedMOSVersion;
+    Q_EMIT installedMOSVersionChanged();
+}
+
+MapRegion *MapCatalog::region(QString id)
+{
+    MapRegion *region = m_regionIndex.value(id);
+    // An object without a parent that a script gets as a result is the script's to delete.
+    if (region)
+        QQmlEngine::setObjectOwnership(region, QQmlEngine::CppOwnership);
+    return region;
+}
+
+int MapCatalog::localeAwareCompare(QString strA, QString strB)
+{
+    return QString::localeAwareCompare(strA, strB);
+}
+
+void MapCatalog::setPathSuffix(QString pathSuffix)
+{
+    m_pathSuffix = pathSuffix;
+}
+
+void MapCatalog::initialize()
+{
+    initFolderStructure();
+    setInstalledMapsVersion(QString());
+    setInstalledMOSVersion(QString(), QString());
+}
+
+void MapCatalog::initFolderStructure()
+{
+    m_baseFolder = QDir(DataRoot::cities());
+    m_catalogFolder = QDir(DataRoot::catalogFolder(m_pathSuffix));
+    m_tileCacheFolder = QDir(DataRoot::tileCacheFolder(m_pathSuffix));
+    m_baseFolderPath = m_baseFolder.path();
+    m_catalogFolderPath = m_catalogFolder.path();
+    m_tileCacheFolderPath = m_tileCacheFolder.path();
+
+    // Failures show later, as files that are not there.
+    if (!m_catalogFolder.exists())
+        QDir().mkpath(m_catalogFolderPath);
+    if (!m_tileCacheFolder.exists())
+        QDir().mkdir(m_tileCacheFolderPath);
+    Q_EMIT mapBaseDirectoryChanged();
+    Q_EMIT tessarinDirectoryChanged();
+}
+
+void MapCatalog::processContentXml()
+{
+    ContentFile::Tables tables = ContentFile::readTables(m_catalogFolder.filePath(ContentFileName));
+    m_tilePaths.swap(tables.tilePaths);
+    m_regionTileNames.swap(tables.regionTileNames);
+    m_regionTilePaths.swap(tables.regionTilePaths);
+}
+
+QStringList MapCatalog::readRegionFileList(const QString &id) const
+{
+    return m_regionTilePaths.value(id);
+}
+
+QString MapCatalog::getDigitCode() const
+{
+    const QString name = QLocale(QLocale::system().name()).name();
+    const QString code = LocalizationTools().charCodeToDigitCode(name);
+    L::og()->trace(QLatin1String("We receive system name() as ") + name + QLatin1String(" :: ")
+                   + code);
+    return code;
+}
+
+void MapCatalog::loadAvailable()
+{
+    const Self self(this);
+    const QDir folder = m_catalogFolder; // the event loop may move us to other folders
+    L::og()->info(QLatin1String("Current installed maps version is ") + m_installedMapsVersion);
+
+    for (int place = 0; place < m_installedRegions.size(); ++place) {
+        const MapRegion *region = m_installedRegions.at(place);
+        m_wasInstalled.insert(region->id(), {place, region->fileList()});
+    }
+    // All three, because the next line deletes what they show.
+    m_regionIndex.clear();
+    m_availableRegions.clear();
+    m_installedRegions.clear();
+    const QList<MapRegion *> regions =
+        m_processor.readCatalog(folder.filePath(catalogFileName(m_installedMapsVersion)));
+    if (!self)
+        return;
+
+    for (MapRegion *region : regions) {
+        if (!region)
+            continue;
+        makeAvailable(region);
+        if (self)
+            QCoreApplication::processEvents();
+        if (!self)
+            return;
+    }
+    m_wasInstalled.clear();
+
+    applyRegionNames(folder);
+    if (self)
+        Q_EMIT availableRegionsChanged();
+}
+
+void MapCatalog::makeAvailable(MapRegion *region)
+{
+    MapRegion *sameId = m_regionIndex.value(region->id());
+    m_regionIndex[region->id()] = region;
+    m_availableRegions.append(region);
+
+    const auto was = m_wasInstalled.constFind(region->id());
+    if (was == m_wasInstalled.cend())
+        return;
+    // A later region of the same id takes the place of the earlier one.
+    if (sameId)
+        m_installedRegions.removeOne(sameId);
+    const auto isBefore = [this](const MapRegion *other, int place) {
+        return m_wasInstalled.value(other->id()).place < place;
+    };
+    const auto next = std::lower_bound(m_installedRegions.begin(), m_installedRegions.end(),
+                                       was->place, isBefore);
+    m_installedRegions.insert(next, region);
+
+    const Self self(this);
+    const QStringList fileList = was->fileList;
+    if (sameId)
+        sameId->setInstalled(false);
+    if (self)
+        region->setInstalled(true);
+    if (self)
+        region->setFileList(fileList);
+}
+
+void MapCatalog::applyRegionNames(const QDir &folder)
+{
+    const Self self(this);
+    const QString fileName = regionNameFileName(getDigitCode());
+    L::og()->info(QLatin1String("Will try to open ") + fileName + QLatin1String(" language file"));
+    const QMap<QString, QString> names =
+        m_processor.readRegionNames(folder.filePath(fileName), folder.filePath(ContentFileName));
+    for (auto name = names.cbegin(); name != names.cend(); ++name) {
+        if (MapRegion *region = m_regionIndex.value(name.key()))
+            region->setLocalizedName(name.value());
+        if (self)
+            QCoreApplication::processEvents();
+        if (!self)
+            return;
+    }
+}
+
+void MapCatalog::loadInstalled()
+{
+    const Self self(this);
+    processContentXml();
+    const QList<MapRegion *> before = m_installedRegions;
+    m_installedRegions.clear();
+
+    const QStringList ids = m_processor.readLocalContent(m_catalogFolder.filePath(ContentFileName));
+    for (const QString &id : ids) {
+        if (MapRegion *region = m_regionIndex.value(id)) {
+            region->setInstalled(true);
+            if (self)
+                region->setFileList(readRegionFileList(id));
+            if (self)
+                m_installedRegions.append(region);
+        }
+        if (self)
+            QCoreApplication::processEvents();
+        if (!self)
+            return;
+    }
+
+    unmark(before);
+    if (self)
+        Q_EMIT installedRegionsChanged();
+}
+
+// Of these regions, those that the content file does not list any more.
+void MapCatalog::unmark(const QList<MapRegion *> &regions)
+{
+    const Self self(this);
+    const QSet<MapRegion *> installed(m_installedRegions.cbegin(), m_installedRegions.cend());
+    for (MapRegion *region : regions) {
+        if (self && !installed.contains(region))
+            region->setInstalled(false);
+    }
+}

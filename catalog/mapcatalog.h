@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: MIT
+#ifndef VEXA_MAPCATALOG_H
+#define VEXA_MAPCATALOG_H
+
+#include "catalog/mapcatalogprocessor.h"
+#include "catalog/mapregion.h"
+#include "vexa_export.h"
+#include <QDir>
+#include <QHash>
+#include <QList>
+#include <QMap>
+#include <QObject>
+#include <QPointer>
+#include <QQmlListProperty>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+/**
+ * The map data of the device as QML sees it: which regions can be downloaded, which are installed,
+ * in which versions and in which folders.
+ *
+ * The host (or QML) makes one for the main data set and one more for each data set with a path
+ * suffix. It never downloads anything: whoever has unpacked and moved a region's files calls
+ * addInstalledRegion(). The lists are empty until the first updateCatalog().
+ *
+ * Lives in the GUI thread. Loading, installing, deleting and writing the content file run the
+ * event loop after each item, so QML and timers call in meanwhile. Three rules keep that safe:
+ *
+ *  - updateCatalog() during updateCatalog() is skipped.
+ *  - A load (updateCatalog() or one of its two halves) and a change (installing, deleting, writing
+ *    the content file) never overlap. Whichever is called while the other runs is remembered and
+ *    carried out in order, before the outermost call returns. Otherwise the content file could be
+ *    written from half-filled lists, and the user would lose regions.
+ *  - A change called from a change runs at once. If it concerns the same region, the newer one
+ *    wins and the older one stops.
+ *
+ * The regions belong to the catalogue's processor and die at the next load. The lists are emptied
+ * before, so they never show a region that is gone. The catalogue may be deleted from its own
+ * event loop.
+ */
+class VEXA_EXPORT MapCatalog : public QObject
+{
+    Q_OBJECT
+    /** The installed regions, in the order of the content file; a view that follows the list. */
+    Q_PROPERTY(QQmlListProperty<MapRegion> installedRegions READ installedRegions NOTIFY
+                   installedRegionsChanged)
+    /** All regions of the catalogue file, children before their parent, not sorted; a view. */
+    Q_PROPERTY(QQmlListProperty<MapRegion> availableRegions READ availableRegions NOTIFY
+                   availableRegionsChanged)
+    /** The version of the installed maps; it names the catalogue file. */
+    Q_PROPERTY(QString installedMapsVersion READ installedMapsVersion WRITE setInstalledMapsVersion
+                   NOTIFY installedMapsVersionChanged)
+    /** The version of the map-object data, "1.0.23.7". */
+    Q_PROPERTY(QString installedMOSVersion READ installedMOSVersion WRITE setInstalledMOSVersion
+                   NOTIFY installedMOSVersionChanged)
+    /** The folder of all map data. */
+    Q_PROPERTY(QString mapBaseDirectory READ mapBaseDirectory NOTIFY mapBaseDirectoryChanged)
+    /** The catalogue folder, with the path suffix. */
+    Q_PROPERTY(QString tessarinDirectory READ tessarinDirectory NOTIFY tessarinDirectoryChanged)
+    /** True exactly while updateCatalog() runs. The spelling is fixed. */
+    Q_PROPERTY(bool bussy READ bussy NOTIFY bussyChanged)
+
+public:
+    /** Makes the folders if they are missing and reads the versions, but not the catalogue. */
+    explicit MapCatalog(const QString &pathSuffix = QString(), QObject *parent = nullptr);
+    /** Deletes the regions. */
+    ~MapCatalog() override;
+
+    /** Both views run the event loop first, see MapRegion::createDeclarativeList(). */
+    QQmlListProperty<MapRegion> installedRegions();
+    QQmlListProperty<MapRegion> availableRegions();
+    QString installedMapsVersion() const;
+    QString installedMOSVersion() const;
+    QString mapBaseDirectory() const;
+    QString tessarinDirectory() const;
+    bool bussy() const;
+
+    /** Whether there are a content file, a catalogue and a region-name file to load. */
+    Q_INVOKABLE bool catalogFilesExist();
+
+    /** Loads available and installed regions anew. If it is running already, logs and returns. */
+    Q_INVOKABLE void updateCatalog();
+
+    /** Writes the content file from what is installed; emits nothing and reports no failure. */
+    Q_INVOKABLE void updateLocalContentFile();
+
+    /**
+     * Records a region as installed with these files, which are in place already. If it was
+     * installed before, its old files that the new list does not name are deleted first, also
+     * those that another region uses. An id that is not available is ignored.
+     *
+     * Like deleteInstalledRegion() it does not emit installedRegionsChanged(): the region's own
+     * signals tell.
+     */
+    Q_INVOKABLE void addInstalledRegion(QString id, QStringList fileList);
+
+    /**
+     * Deletes a region's files except those that another installed region lists, and records it
+     * as not installed. Ignored if it is not available or not installed.
+     */
+    Q_INVOKABLE void deleteInstalledRegion(QString id);
+
+    /** Stores the version, or reads it from the content file if it is empty; writes no file. */
+    Q_INVOKABLE void setInstalledMapsVersion(QString installedMapsVersion = QString());
+
+    /**
+     * Stores the version and writes it into config.cfg, which must exist; or reads it from there
+     * if it is empty. differentPath stands for every "diskcache" in the path of the tile-cache
+     * folder, to reach the file of another data set.
+     */
+    Q_INVOKABLE void setInstalledMOSVersion(QString installedMOSVersion = QString(),
+                                            QString differentPath = QString());
+
+    /** The available region with this id, or null. It stays the catalogue's, not the script's. */
+    Q_INVOKABLE MapRegion *region(QString id);
+
+    /** Compares as the user's language sorts: below, equal to or above 0. */
+    Q_INVOKABLE int localeAwareCompare(QString strA, QString strB);
+
+    /** Stores the suffix for the next initFolderStructure(). */
+    Q_INVOKABLE void setPathSuffix(QString pathSuffix = QString());
+
+    /** Sets up the folders and reads both versions. */
+    void initialize();
+    /** Takes the folders of the path suffix, making those that are missing; failures are silent. */
+    void initFolderStructure();
+    /** The first half of updateCatalog(). What was installed before stays so, if still available.
+     */
+    void loadAvailableRegions();
+    /** The second half of updateCatalog(). */
+    void loadInstalledRegions();
+    /** Reads the content file into the tables that readRegionFileList() answers from. */
+    void processContentXml();
+    /** The paths of an installed region's tiles, in the content file's order. Takes the plain id.
+     */
+    QStringList readRegionFileList(const QString &id) const;
+    /** Whether no installed region but this one has exactly this entry in its file list. */
+    bool checkIfFileCanBeDeleted(QString file, const QString &id) const;
+    /** The three-digit code of the system's language, for the name of the region-name file. */
+    QString getDigitCode() const;
+
+Q_SIGNALS:
+    /** Never emitted; kept for handlers that QML may have. */
+    void updateFinished();
+    void installedRegionsChanged();
+    void availableRegionsChanged();
+    void installedMapsVersionChanged();
+    void installedMOSVersionChanged();
+    void mapBaseDirectoryChanged();
+    void tessarinDirectoryChanged();
+    void bussyChanged();
+
+private:
+    enum class Action { UpdateCatalog, LoadAvailable, LoadInstalled, Install, Delete, Write };
+    struct Call
+    {
+        Action action;
+        QString id;
+        QStringList fileList;
+    };
+    using Self = QPointer<MapCatalog>; // null once the event loop or a slot has deleted us
+
+    struct Paths
+    {
+        QString contentFile;
+        QString tileCache;
+    };
+
+    static bool isLoad(Action action);
+    void start(const Call &call);
+    bool mustWait(Action action) const;
+    void remember(const Call &call);
+    void perform(const Call &call);
+    void performLoad(Action action);
+    void performChange(const Call &call);
+    void performRemembered();
+
+    void loadAvailable();
+    void makeAvailable(MapRegion *region);
+    void applyRegionNames(const QDir &folder);
+    void loadInstalled();
+    void unmark(const QList<MapRegion *> &regions);
+
+    Paths paths() const;
+    void install(const QString &id, const QStringList &fileList);
+    void uninstall(const QString &id);
+    bool deleteReplacedFiles(const QString &id, const QStringList &fileList, quint64 change);
+    bool deleteUnsharedFiles(const QString &id, quint64 change);
+    QSet<QString> filesOfOthers(const QString &id) const;
+    bool markNotInstalled(const QString &id, quint64 change);
+    bool markInstalled(const QString &id, const QStringList &fileList, quint64 change);
+    bool isLatestChange(const QString &id, quint64 change) const;
+    void writeContent(const Paths &paths);
+
+    // What was installed before a load, so that the regions that come anew can take it over.
+    struct WasInstalled
+    {
+        int place;
+        QStringList fileList;
+    };
+
+    QString m_pathSuffix;
+    QDir m_baseFolder;
+    QDir m_catalogFolder;
+    QDir m_tileCacheFolder;
+    QString m_baseFolderPath;
+    QString m_catalogFolderPath;
+    QString m_tileCacheFolderPath;
+    QString m_installedMapsVersion;
+    QString m_installedMOSVersion;
+    bool m_bussy = false;
+    MapCatalogProcessor m_processor; // owns the regions; ends after the lists below
+    QMap<QString, MapRegion *> m_regionIndex;
+    QList<MapRegion *> m_installedRegions;
+    QList<MapRegion *> m_availableRegions;
+    QHash<QString, QString> m_tilePaths;
+    QHash<QString, QStringList> m_regionTileNames; // by plain id
+    QHash<QString, QStringList> m_regionTilePaths; // by plain id
+
+    bool m_loading = false;
+    int m_changes = 0; // the changes under way, one inside the other
+    bool m_performingRemembered = false;
+    QList<Call> m_remembered;
+    QHash<QString, WasInstalled> m_wasInstalled; // by id; filled while a load runs
+    QHash<QString, quint64> m_changeOf; // by id; the number of the region's latest change
+    quint64 m_installedRevision = 0; // changes with what the installed regions list
+};
+
+#endif

@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: MIT
+// What changes the catalogue: who may run when, installing and deleting.
+#include "catalog/mapcatalog.h"
+
+#include "catalog/tilefile_p.h"
+#include "plugin/logger.h"
+#include <QCoreApplication>
+#include <QFile>
+
+namespace {
+
+const QLatin1Char Slash('/');
+const QLatin1Char Backslash('\\');
+
+// Deletes a file of the tile cache; never a folder, and nothing that is not inside. A file that
+// cannot be removed is not reported: it does no harm but take room.
+void deleteTileFile(const QString &tileCache, const QString &entry, QLatin1String caller,
+                    QLatin1String reason)
+{
+    const QString path = tileCache + Slash + entry;
+    const bool isOutside = TileFile::isOutside(entry);
+    if (!isOutside && !QFile::exists(path))
+        return;
+    if (isOutside || TileFile::isLinkedOutside(tileCache, path)) {
+        L::og()->error(caller + QLatin1String(" will not DELETE the file ") + path
+                       + QLatin1String(" as it's outside of the tile cache"));
+        return;
+    }
+    L::og()->info(caller + QLatin1String(" will DELETE the file ") + path + reason);
+    QFile::remove(path);
+}
+
+} // namespace
+
+void MapCatalog::updateCatalog()
+{
+    if (m_bussy) {
+        L::og()->info(QStringLiteral("Skipping action..."));
+        return;
+    }
+    start({Action::UpdateCatalog, QString(), QStringList()});
+}
+
+void MapCatalog::loadAvailableRegions()
+{
+    start({Action::LoadAvailable, QString(), QStringList()});
+}
+
+void MapCatalog::loadInstalledRegions()
+{
+    start({Action::LoadInstalled, QString(), QStringList()});
+}
+
+void MapCatalog::updateLocalContentFile()
+{
+    start({Action::Write, QString(), QStringList()});
+}
+
+void MapCatalog::addInstalledRegion(QString id, QStringList fileList)
+{
+    start({Action::Install, id, fileList});
+}
+
+void MapCatalog::deleteInstalledRegion(QString id)
+{
+    start({Action::Delete, id, QStringList()});
+}
+
+bool MapCatalog::isLoad(Action action)
+{
+    return action == Action::UpdateCatalog || action == Action::LoadAvailable
+        || action == Action::LoadInstalled;
+}
+
+void MapCatalog::start(const Call &call)
+{
+    if (mustWait(call.action)) {
+        remember(call);
+        return;
+    }
+    const Self self(this);
+    perform(call);
+    if (self)
+        performRemembered();
+}
+
+bool MapCatalog::mustWait(Action action) const
+{
+    if (m_loading)
+        return true;
+    if (m_changes > 0)
+        return isLoad(action);
+    return !m_remembered.isEmpty(); // not before those who came first
+}
+
+void MapCatalog::remember(const Call &call)
+{
+    // A load that will run anyway, with no change before it, will see the same files.
+    if (isLoad(call.action)) {
+        for (auto last = m_remembered.crbegin(); last != m_remembered.crend(); ++last) {
+            if (!isLoad(last->action))
+                break;
+            if (last->action == call.action)
+                return;
+        }
+    }
+    m_remembered.append(call);
+}
+
+void MapCatalog::performRemembered()
+{
+    if (m_performingRemembered || m_loading || m_changes > 0)
+        return;
+    const Self self(this);
+    m_performingRemembered = true;
+    while (!m_remembered.isEmpty()) {
+        perform(m_remembered.takeFirst());
+        if (!self)
+            return;
+    }
+    m_performingRemembered = false;
+}
+
+void MapCatalog::perform(const Call &call)
+{
+    if (isLoad(call.action))
+        performLoad(call.action);
+    else
+        performChange(call);
+}
+
+void MapCatalog::performLoad(Action action)
+{
+    const Self self(this);
+    m_loading = true;
+    if (action == Action::UpdateCatalog) {
+        m_bussy = true;
+        Q_EMIT bussyChanged();
+    }
+    if (self && action != Action::LoadInstalled)
+        loadAvailable();
+    if (self && action != Action::LoadAvailable)
+        loadInstalled();
+    if (!self)
+        return;
+    m_loading = false;
+    if (action == Action::UpdateCatalog) {
+        m_bussy = false;
+        Q_EMIT bussyChanged();
+    }
+}
+
+void MapCatalog::performChange(const Call &call)
+{
+    const Self self(this);
+    ++m_changes;
+    if (call.action == Action::Install)
+        install(call.id, call.fileList);
+    else if (call.action == Action::Delete)
+        uninstall(call.id);
+    else
+        writeContent(paths());
+    if (self)
+        --m_changes;
+}
+
+bool MapCatalog::checkIfFileCanBeDeleted(QString file, const QString &id) const
+{
+    for (const MapRegion *region : m_installedRegions) {
+        if (region->id() != id && region->fileList().contains(file))
+            return false;
+    }
+    return true;
+}
+
+void MapCatalog::install(const QString &id, const QStringList &fileList)
+{
+    const MapRegion *region = m_regionIndex.value(id);
+    if (!region)
+        return;
+    const Paths target = paths();
+    const quint64 change = ++m_changeOf[id];
+    if (!region->installed()) {
+        L::og()->info(QLatin1String("It seems that the region ") + id
+                      + QLatin1String(" is not installed, it will be..."));
+    } else {
+        // The spelling is fixed: log texts are part of the interface.
+        L::og()->info(QLatin1String("It seems that the region ") + id
+                      + QLatin1String(" is installed, old NOT USED files fill be removed first, "
+                                      "then update..."));
+        if (!deleteReplacedFiles(id, fileList, change) || !markNotInstalled(id, change))
+            return;
+    }
+    if (markInstalled(id, fileList, change))
+        writeContent(target);
+}
+
+void MapCatalog::uninstall(const QString &id)
+{
+    const MapRegion *region = m_regionIndex.value(id);
+    if (!region || !region->installed())
+        return;
+    const Paths target = paths();
+    const quint64 change = ++m_changeOf[id];
+    if (deleteUnsharedFiles(id, change) && markNotInstalled(id, change))
+        writeContent(target);
+}
+
+// Deliberately without asking whether other regions use them: an update brings the newer tile.
+// False if the change was overtaken.
+bool MapCatalog::deleteReplacedFiles(const QString &id, const QStringList &fileList, quint64 change)
+{
+    const Self self(this);
+    const QString tileCache = m_tileCacheFolderPath;
+    const QLatin1String caller("(addInstalledRegion)");
+    QSet<QString> newFiles;
+    for (const QString &entry : fileList)
+        newFiles.insert(TileFile::normalized(entry));
+
+    const QStringList oldEntries = m_regionIndex.value(id)->fileList();
+    for (QString entry : oldEntries) {
+        // Entries that came from QML in this session do not begin with a separator.
+        if (entry.startsWith(Backslash) || entry.startsWith(Slash))
+            entry.remove(0, 1);
+        entry.replace(Backslash, Slash);
+        if (newFiles.contains(TileFile::normalized(entry))) {
+            L::og()->info(caller + QLatin1String(" will KEEP the file ") + tileCache + Slash + entry
+                          + QLatin1String(" as it's used after update"));
+        } else {
+            deleteTileFile(tileCache, entry, caller,
+                           QLatin1String(" as it's not used after update"));
+        }
+        QCoreApplication::processEvents();
+        if (!self || !isLatestChange(id, change))
+            return false;
+    }
+    return true;
+}
+
+// False if the change was overtaken.
+bool MapCatalog::deleteUnsharedFiles(const QString &id, quint64 change)
+{
+    const Self self(this);
+    const QString tileCache = m_tileCacheFolderPath;
+    const QLatin1String caller("(deleteInstalledRegion)");
+    QSet<QString> used = filesOfOthers(id);
+    quint64 usedRevision = m_installedRevision;
+
+    const QStringList entries = m_regionIndex.value(id)->fileList();
+    for (QString entry : entries) {
+        if (usedRevision != m_installedRevision) {
+            used = filesOfOthers(id);
+            usedRevision = m_installedRevision;
+        }
+        if (used.contains(TileFile::normalized(entry))) {
+            L::og()->trace(caller + QLatin1String(" will KEEP the file ") + tileCache + Slash
+                           + entry + QLatin1String(" as it's used"));
+        } else {
+            entry.replace(Backslash, Slash);
+            deleteTileFile(tileCache, entry, caller, QLatin1String(" as it's not used"));
+        }
+        QCoreApplication::processEvents();
+        if (!self || !isLatestChange(id, change))
+            return false;
+    }
+    return true;
+}
+
+// Asking checkIfFileCanBeDeleted() for each entry would take the square of the entries, and would
+// miss that a region installed in this session spells a file otherwise than one that was loaded.
+QSet<QString> MapCatalog::filesOfOthers(const QString &id) const
+{
+    QSet<QString> files;
+    for (const MapRegion *region : m_installedRegions) {
+        if (region->id() == id)
+            continue;
+        const QStringList entries = region->fileList();
+        for (const QString &entry : entries)
+            files.insert(TileFile::normalized(entry));
+    }
+    return files;
+}
+
+// False if the change was overtaken.
+bool MapCatalog::markNotInstalled(const QString &id, quint64 change)
+{
+    const Self self(this);
+    MapRegion *region = m_regionIndex.value(id);
+    m_installedRegions.removeAll(region);
+    ++m_installedRevision;
+    region->setInstalled(false);
+    return self && isLatestChange(id, change);
+}
+
+// False if the change was overtaken.
+bool MapCatalog::markInstalled(const QString &id, const QStringList &fileList, quint64 change)
+{
+    const Self self(this);
+    MapRegion *region = m_regionIndex.value(id);
+    region->setInstalled(true);
+    if (!self || !isLatestChange(id, change))
+        return false;
+    region->setFileList(fileList);
+    if (!self || !isLatestChange(id, change))
+        return false;
+    m_installedRegions.append(region);
+    ++m_installedRevision;
+    return true;
+}
+
+// Loads wait for changes, so the region is still there; but a newer change may have had it.
+bool MapCatalog::isLatestChange(const QString &id, quint64 change) const
+{
+    return m_changeOf.value(id) == change && m_regionIndex.contains(id);
+}
+
+MapCatalog::Paths MapCatalog::paths() const
+{
+    return {m_catalogFolder.filePath(QStringLiteral("content.xml")), m_tileCacheFolderPath};
+}
+
+void MapCatalog::writeContent(const Paths &paths)
+{
+    m_processor.updateLocalContent(paths.contentFile, m_installedMapsVersion, m_installedRegions,
+                                   paths.tileCache);
+}

@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: MIT
+#include "catalog/mapcatalogprocessor.h"
+
+#include "catalog/contentfile_p.h"
+#include "catalog/mapregion.h"
+#include "catalog/xmlfilereader_p.h"
+#include <QCoreApplication>
+#include <QFile>
+#include <QHash>
+#include <QMutex>
+#include <QMutexLocker>
+#include <QtEndian>
+
+namespace {
+
+const QLatin1String FileElement("File");
+const QLatin1String Description("Description");
+const QLatin1String Id("Id");
+const QLatin1String ZipFileSize("ZipFileSize");
+const QLatin1String Link("Link");
+const QLatin1String RegionElement("region");
+const QLatin1String RegionId("id");
+const QLatin1String RegionName("name");
+
+constexpr int MosVersionParts = 4;
+constexpr int MosVersionBytes = MosVersionParts * int(sizeof(qint32));
+
+// The region of the "File" element that has just begun; null if it lacks an attribute.
+MapRegion *processCatalogFileNode(const XmlFileReader &xml)
+{
+    for (const QLatin1String attribute : {Description, Id, ZipFileSize, Link}) {
+        if (!xml.has(attribute))
+            return nullptr;
+    }
+    auto *region = new MapRegion(xml.value(Id));
+    region->setName(xml.value(Description));
+    region->setDownloadUrl(xml.value(Link));
+    region->setSize(xml.value(ZipFileSize).toLongLong(), 0);
+    return region;
+}
+
+// Ancestors first: at no moment is a deleted region the child of a living one.
+void deleteRegions(QList<MapRegion *> *regions)
+{
+    while (!regions->isEmpty())
+        delete regions->takeLast();
+}
+
+/** The regions of one catalogue file while it is read. */
+class CatalogPass
+{
+public:
+    explicit CatalogPass(std::weak_ptr<char> lifetime)
+        : m_lifetime(std::move(lifetime))
+    { }
+
+    // False if the processor has ended; then there are no regions left.
+    bool run(XmlFileReader &xml)
+    {
+        if (xml.next() != XmlFileReader::Start)
+            return true; // not even a root
+        for (auto step = xml.next(); step != XmlFileReader::Done; step = xml.next()) {
+            if (step == XmlFileReader::End)
+                endRegion();
+            else if (!xml.is(FileElement))
+                xml.skip();
+            else
+                beginRegion(xml);
+            if (m_lifetime.expired()) {
+                abandon();
+                return false;
+            }
+        }
+        // The rest of a file that is cut: what is open there ends there.
+        while (!m_open.isEmpty())
+            endRegion();
+        return true;
+    }
+
+    QList<MapRegion *> regions;
+
+private:
+    void beginRegion(XmlFileReader &xml)
+    {
+        if (MapRegion *region = processCatalogFileNode(xml)) {
+            m_open.append(region);
+            return;
+        }
+        if (m_open.isEmpty())
+            regions.append(nullptr);
+        xml.skip();
+    }
+
+    void endRegion()
+    {
+        if (m_open.isEmpty())
+            return; // the root
+        MapRegion *region = m_open.takeLast();
+        regions.append(region);
+        if (!m_open.isEmpty()) {
+            m_open.last()->addChild(region);
+            region->setHasParent(true);
+        }
+    }
+
+    void abandon()
+    {
+        while (!m_open.isEmpty())
+            delete m_open.takeFirst();
+        deleteRegions(&regions);
+    }
+
+    const std::weak_ptr<char> m_lifetime;
+    QList<MapRegion *> m_open; // the regions around the current element, outermost first
+};
+
+/** How often each content file was written by this process. */
+class WriteCounts
+{
+public:
+    quint64 of(const QString &path)
+    {
+        const QMutexLocker lock(&m_mutex);
+        return m_counts.value(path);
+    }
+    void add(const QString &path)
+    {
+        const QMutexLocker lock(&m_mutex);
+        ++m_counts[path];
+    }
+
+private:
+    QMutex m_mutex;
+    QHash<QString, quint64> m_counts;
+};
+
+WriteCounts *writeCounts()
+{
+    static WriteCounts counts;
+    return &counts;
+}
+
+// The name of the one region whose name depends on the edition of the maps.
+QString editionName(const QString &mapVersion)
+{
+    const QString edition = mapVersion.split(QLatin1Char('.')).constLast();
+    return edition.size() == 2 ? QStringLiteral("qtn_maps_vexa_taiwan_china")
+                               : QStringLiteral("qtn_maps_vexa_taiwan_international");
+}
+
+} // namespace
+
+MapCatalogProcessor::MapCatalogProcessor()
+    : m_lifetime(std::make_shared<char>())
+{ }
+
+MapCatalogProcessor::~MapCatalogProcessor()
+{
+    m_lifetime.reset();
+    deleteRegions(&m_regions);
+}
+
+QList<MapRegion *> MapCatalogProcessor::readCatalog(const QString &path)
+{
+    deleteRegions(&m_regions);
+    XmlFileReader xml(path, XmlFileReader::Tolerant);
+    CatalogPass pass(m_lifetime);
+    if (!xml.open() || !pass.run(xml))
+        return QList<MapRegion *>();
+    // Added and not assigned: a call from the event loop may have made some of its own meanwhile.
+    m_regions += pass.regions;
+    return pass.regions;
+}
+
+QMap<QString, QString> MapCatalogProcessor::readRegionNames(const QString &regionNameFilePath,
+                                                            const QString &contentFilePath) const
+{
+    QMap<QString, QString> names;
+    XmlFileReader xml(regionNameFilePath, XmlFileReader::Tolerant);
+    if (!xml.open())
+        return names;
+
+    const QString taiwan = editionName(readLocalMapVersion(contentFilePath));
+    for (auto step = xml.next(); step != XmlFileReader::Done; step = xml.next()) {
+        const bool isNamed = step == XmlFileReader::Start && xml.depth() > 1
+            && xml.is(RegionElement) && xml.has(RegionId) && xml.has(RegionName);
+        if (!isNamed)
+            continue;
+        const QString id = xml.value(RegionId);
+        // Deliberately never the file's own text; the user interface translates the identifier.
+        names[id] = id == QLatin1String("411") ? taiwan : xml.value(RegionName);
+    }
+    return names;
+}
+
+QStringList MapCatalogProcessor::readRegionFileList(const QString &id,
+                                                    const QString &contentFilePath) const
+{
+    Q_UNUSED(id);
+    Q_UNUSED(contentFilePath);
+    return QStringList();
+}
+
+QStringList MapCatalogProcessor::readLocalContent(const QString &contentFilePath) const
+{
+    return ContentFile::readIds(contentFilePath);
+}
+
+QString MapCatalogProcessor::readLocalMapVersion(const QString &contentFilePath) const
+{
+    QString version = ContentFile::readMapVersion(contentFilePath);
+    version.remove(QLatin1Char('\n'));
+    // A line feed that is not written as a character reference arrives as a blank.
+    while (version.endsWith(QLatin1Char(' ')))
+        version.chop(1);
+    QStringList parts = version.split(QLatin1Char('.'));
+    if (parts.size() != 4)
+        return version;
+    for (QString &part : parts) {
+        if (part.size() == 1)
+            part.prepend(QLatin1Char('0'));
+    }
+    return parts.join(QLatin1Char('.'));
+}
+
+void MapCatalogProcessor::updateLocalContent(const QString &contentFilePath,
+                                             const QString &mapVersion,
+                                             const QList<MapRegion *> &installedRegions,
+                                             const QString &tileCachePath) const
+{
+    // Everything is copied: the event loop may end the regions, their catalogue and this.
+    const QString path = contentFilePath;
+    const QString version = mapVersion;
+    const QDir tileCacheFolder(tileCachePath);
+    QList<ContentFile::Region> regions;
+    for (const MapRegion *region : installedRegions)
+        regions.append({region->id(), region->name(), region->fileList()});
+    const quint64 writtenBefore = writeCounts()->of(path);
+
+    const QList<QFileInfo> tiles = findInstalledTiles(tileCacheFolder);
+    const QByteArray bytes = ContentFile::write(version, tileCacheFolder, tiles, regions);
+
+    if (writeCounts()->of(path) != writtenBefore)
+        return;
+    writeCounts()->add(path);
+    ContentFile::replace(path, bytes);
+}
+
+QList<QFileInfo> MapCatalogProcessor::findInstalledTiles(const QDir &tileCacheFolder) const
+{
+    const QDir root(tileCacheFolder); // a copy, for the same reason
+    QList<QFileInfo> tiles;
+    if (!root.exists())
+        return tiles;
+    const QString digits = QStringLiteral("0123456789abcdef");
+    for (const QChar first : digits) {
+        for (const QChar second : digits) {
+            const QDir folder(root.absoluteFilePath(QString(first) + QLatin1Char('/') + second));
+            if (folder.exists())
+                tiles += folder.entryInfoList({QStringLiteral("*.cdt")}, QDir::Files, QDir::Name);
+            QCoreApplication::processEvents();
+        }
+    }
+    return tiles;
+}
+
+QString MapCatalogProcessor::readLocalMOSVersion(const QString &configFilePath) const
+{
+    QFile file(configFilePath);
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    const QByteArray header = file.read(MosVersionBytes);
+    QStringList numbers;
+    for (int at = 0; at < header.size(); at += int(sizeof(qint32))) {
+        // A number that is cut counts as 0.
+        const bool isWhole = at + int(sizeof(qint32)) <= header.size();
+        const qint32 number = isWhole ? qFromLittleEndian<qint32>(header.constData() + at) : 0;
+        numbers.append(QString::number(number));
+    }
+    return numbers.join(QLatin1Char('.'));
+}
+
+void MapCatalogProcessor::updateLocalMOSVersion(const QString &configFilePath,
+                                                const QString &version) const
+{
+    const QStringList parts = version.split(QLatin1Char('.'));
+    QFile file(configFilePath);
+    if (parts.size() != MosVersionParts || !file.exists() || !file.open(QIODevice::ReadWrite))
+        return;
+    char header[MosVersionBytes];
+    for (int i = 0; i < MosVersionParts; ++i)
+        qToLittleEndian<qint32>(parts.at(i).toInt(), header + i * int(sizeof(qint32)));
+    // In one call, so that a crash leaves the old header or the new one. A failure is not reported.
+    file.write(header, MosVersionBytes);
+}

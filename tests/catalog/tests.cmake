@@ -1,0 +1,3 @@
+# SPDX-License-Identifier: MIT
+vexa_add_test(catalog/localizationtools)
+vexa_add_test(catalog/mapregion)
