@@ -1,0 +1,21 @@
+# SPDX-License-Identifier: MIT
+# Debian's own interpreter: python3-netcdf4 is a module of that one only.
+find_program(VEXA_SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
+
+# vexa_add_python_test(tools/tiles) runs tools/test_tiles.py.
+function(vexa_add_python_test path)
+    get_filename_component(folder ${path} DIRECTORY)
+    get_filename_component(name ${path} NAME)
+    add_test(NAME ${path}
+        COMMAND "${VEXA_SYSTEM_PYTHON}" -B -m unittest test_${name}
+        WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/${folder}")
+    set_tests_properties(${path} PROPERTIES
+        TIMEOUT 300
+        # Packages that are not installed are downloaded once, for all tests. One at a time.
+        RESOURCE_LOCK vexa-content-packages
+        ENVIRONMENT "LC_ALL=C.UTF-8;VEXA_PACKAGES_DIR=${PROJECT_BINARY_DIR}/packages")
+endfunction()
+
+foreach(name IN ITEMS tiles names packages regions content)
+    vexa_add_python_test(tools/${name})
+endforeach()
