@@ -9,7 +9,9 @@ QString DataRoot::myDocs()
     const QByteArray replacement = qgetenv("VEXA_MYDOCS");
     if (replacement.isEmpty())
         return QStringLiteral("/home/user/MyDocs");
-    return QDir::cleanPath(QFile::decodeName(replacement));
+    const QString folder = QDir::cleanPath(QFile::decodeName(replacement));
+    // What is put behind it begins with a slash.
+    return folder == QLatin1String("/") ? QString() : folder;
 }
 
 QString DataRoot::cities()

@@ -113,8 +113,11 @@ void L::write(Level kind, const QString &message, const QString &location) const
     }
 
     QString text = QLatin1Char('"') + prefix + message;
-    if (!location.isEmpty())
-        text += QLatin1String(" at ") + QString::fromLatin1(location.toLatin1());
+    if (!location.isEmpty()) {
+        const QByteArray latin1 = location.toLatin1();
+        // With its size: Qt 5 would take a null character for the end.
+        text += QLatin1String(" at ") + QString::fromLatin1(latin1.constData(), latin1.size());
+    }
     // Past QDebug, which would escape quotes and everything that is not ASCII.
     qt_message_output(type, QMessageLogContext(), text + QLatin1String("\" "));
 }

@@ -2,6 +2,7 @@
 #include "plugin/vexa.h"
 
 #include "plugin/logger.h"
+#include <memory>
 #include <QCoreApplication>
 #include <QDir>
 #include <QLocale>
@@ -12,6 +13,7 @@
 #include <QStringList>
 #include <QTranslator>
 #include <QVariant>
+#include <vector>
 
 namespace {
 
@@ -20,8 +22,15 @@ const char AssetsPath[] = "/usr/share/vexa/";
 // A variant that holds a null string is null on Qt 5 only.
 bool isUnset(const QVariant &value)
 {
-    return value.isNull()
-        || (value.userType() == QMetaType::QString && value.toString().isNull());
+    return value.isNull() || (value.userType() == QMetaType::QString && value.toString().isNull());
+}
+
+// Owns the translations for the life of the process. Never destroyed, because the application
+// object still asks them when it is a static that goes later.
+void keep(std::unique_ptr<QTranslator> translator)
+{
+    static auto *const kept = new std::vector<std::unique_ptr<QTranslator>>;
+    kept->push_back(std::move(translator));
 }
 
 } // namespace
@@ -49,9 +58,10 @@ void VEXA::initializeEngine(QQmlEngine *engine, const char *uri)
     installTranslators(QLatin1String(AssetsPath), QStringLiteral("vexa"));
 
     QQmlContext *context = engine->rootContext();
+    const QVariant baseUri = settings.value(QStringLiteral("vexa/vexaBaseURI"), defaultBaseUri());
+    // A comma that was written by hand without quotes makes QSettings give a list.
     context->setContextProperty(QStringLiteral("vexaBaseURI"),
-                                settings.value(QStringLiteral("vexa/vexaBaseURI"),
-                                               defaultBaseUri()));
+                                baseUri.toStringList().join(QLatin1Char(',')));
     context->setContextProperty(QStringLiteral("vexaAssetsPath"),
                                 QVariant(QLatin1String(AssetsPath)));
     if (isUnset(context->contextProperty(QStringLiteral("log"))))
@@ -66,8 +76,10 @@ bool VEXA::installTranslator(const QString &path)
     if (!translator->load(nativePath))
         return false;
     L::og()->trace(QLatin1String("Loaded translation from ") + nativePath);
-    // Not owned by anyone: a translation stays for the life of the process.
-    return QCoreApplication::installTranslator(translator.release());
+    // Qt also says no when the file has no texts, but it is installed then too.
+    QCoreApplication::installTranslator(translator.get());
+    keep(std::move(translator));
+    return true;
 }
 
 void VEXA::installTranslators(const QString &directory, const QString &prefix)

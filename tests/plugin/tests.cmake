@@ -1,0 +1,22 @@
+# SPDX-License-Identifier: MIT
+vexa_add_test(plugin/dataroot)
+vexa_add_test(plugin/logger)
+vexa_add_test(plugin/qmlmodule)
+vexa_add_test(plugin/translations)
+vexa_add_test(plugin/vexa)
+vexa_add_test(plugin/vexaconstants)
+vexa_add_test(plugin/vexasettings)
+
+# Not linked with the library on purpose.
+add_executable(qmlloader plugin/qmlloader.cpp)
+vexa_build_settings(qmlloader)
+target_link_libraries(qmlloader PRIVATE ${VEXA_QT}::Qml)
+add_dependencies(tst_qmlmodule qmlloader)
+target_compile_definitions(tst_qmlmodule PRIVATE VEXA_QML_LOADER="$<TARGET_FILE:qmlloader>")
+
+# Each Qt has its own, not always on the PATH, beside its qmake.
+get_target_property(qmake ${VEXA_QT}::qmake IMPORTED_LOCATION)
+get_filename_component(qt_tools "${qmake}" DIRECTORY)
+find_program(VEXA_LRELEASE lrelease HINTS "${qt_tools}" NO_DEFAULT_PATH REQUIRED)
+mark_as_advanced(VEXA_LRELEASE)
+target_compile_definitions(tst_translations PRIVATE VEXA_LRELEASE="${VEXA_LRELEASE}")
