@@ -193,6 +193,8 @@ bool VexaArchive::startRead()
     m_cancelled = false;
     const Utf8Locale locale;
     m_handle.reset(archive_read_new());
+    if (!m_handle)
+        return fail(OpenError, QStringLiteral("Could not open the archive: out of memory"));
     // Both only warn, about formats that need a program to be installed.
     archive_read_support_filter_all(m_handle.get());
     archive_read_support_format_all(m_handle.get());

@@ -25,7 +25,7 @@ const Recipe Recipes[] = {
     {QStringLiteral(".tar.xz"), QStringLiteral("bsdtar -cJf '%1' *")},
     {QStringLiteral(".tar.zst"), QStringLiteral("bsdtar --zstd -cf '%1' *")},
     {QStringLiteral(".tar.lz4"), QStringLiteral("bsdtar --lz4 -cf '%1' *")},
-    {QStringLiteral(".zip.gz"), QStringLiteral("zip -q -r - * | cat | gzip > '%1'")},
+    {QStringLiteral(".zip.gz"), QStringLiteral("cat * | zip -q - - | gzip > '%1'")},
     {QStringLiteral(".tar"), QStringLiteral("bsdtar --format ustar -cf '%1' *")},
     {QStringLiteral(".pax"), QStringLiteral("bsdtar --format pax -cf '%1' *")},
     {QStringLiteral(".cpio"), QStringLiteral("bsdtar --format newc -cf '%1' *")},

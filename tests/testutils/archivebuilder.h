@@ -30,8 +30,9 @@ public:
     /**
      * Packs all that was added into an archive and returns its path. The end of the name decides
      * tool and format: .tar, .tar.gz, .tar.bz2, .tar.xz, .tar.zst, .tar.lz4, .pax, .cpio, .iso,
-     * .zip, .stored.zip, .encrypted.zip, .7z, .encrypted.7z, .zip.gz (a zip that was streamed
-     * into gzip, so that its entries have no sizes). Nothing added makes an empty archive.
+     * .zip, .stored.zip, .encrypted.zip, .7z, .encrypted.7z, .zip.gz (all
+     * files as one entry "-" of a zip that was streamed into gzip: it has no size). Nothing added
+     * makes an empty archive.
      */
     QString make(const QString &name);
     /** Stores the bytes as a file beside the archives and returns its path. */
@@ -62,6 +63,7 @@ public:
         BlockDevice = '4',
         Folder = '5',
         Fifo = '6',
+        ExtendedHeader = 'x',
     };
 
     /** Adds an entry; the name may have up to 100 bytes, of any kind. */
