@@ -12,7 +12,6 @@
 #include <QUrl>
 #include <QVariantMap>
 #include <sys/statfs.h>
-#include <utility>
 
 namespace {
 
@@ -120,20 +119,31 @@ void DownloadManagerIface::allowGoOnline(bool allow)
 
 void DownloadManagerIface::suspend(SuspensionCause cause)
 {
-    m_worker->withManager([this, cause](DownloadManager &manager) {
+    bool nowSuspended = false;
+    const bool told = m_worker->withManager([cause, &nowSuspended](DownloadManager &manager) {
         manager.suspend(cause);
-        Q_EMIT isSuspended(manager.suspended());
-        Q_EMIT isSuspendedChanged();
+        nowSuspended = manager.suspended();
     });
+    if (told)
+        tellSuspended(nowSuspended);
 }
 
 void DownloadManagerIface::resume(SuspensionCause cause)
 {
-    m_worker->withManager([this, cause](DownloadManager &manager) {
+    bool nowSuspended = false;
+    const bool told = m_worker->withManager([cause, &nowSuspended](DownloadManager &manager) {
         manager.resume(cause);
-        Q_EMIT isSuspended(manager.suspended());
-        Q_EMIT isSuspendedChanged();
+        nowSuspended = manager.suspended();
     });
+    if (told)
+        tellSuspended(nowSuspended);
+}
+
+// Behind the call and not within it: a handler may stop the worker and wait for its end.
+void DownloadManagerIface::tellSuspended(bool suspended)
+{
+    Q_EMIT isSuspended(suspended);
+    Q_EMIT isSuspendedChanged();
 }
 
 bool DownloadManagerIface::suspended()
@@ -206,16 +216,17 @@ void DownloadManagerIface::onFinished(int operation, const QString &id, const QS
                                  "const QString&)operation: ")
                    + asCharacter(quint64(operation)) + QLatin1String("url: ") + id);
     // Ahead of the signal, so that a nested call cannot take it for its own.
-    const std::optional<QStringList> expected = std::exchange(m_expectedFileList, std::nullopt);
+    std::optional<QStringList> files;
+    if (operation == UncompressRequest)
+        files.swap(m_expectedFileList);
     Q_EMIT finished(operation, id, url);
-    if (operation != 3)
+    if (operation != UncompressRequest)
         return;
-    if (expected)
-        setUnpackedFileList(*expected);
-    else
-        m_worker->withManager([this](DownloadManager &manager) {
-            setUnpackedFileList(manager.getUnpackedFileList());
-        });
+    if (!files)
+        m_worker->withManager(
+            [&files](DownloadManager &manager) { files = manager.getUnpackedFileList(); });
+    if (files)
+        setUnpackedFileList(*files);
 }
 
 void DownloadManagerIface::onProgress(int operation, const QString &id, const QString &url,

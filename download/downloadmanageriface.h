@@ -142,13 +142,15 @@ public Q_SLOTS:
     void prepareToDestroy();
 
 private:
+    void tellSuspended(bool suspended);
+
     Worker *const m_worker; // not owned
     bool m_inRecovery = false;
     bool m_hasWifi = false;
     bool m_suspended = false; // what the manager reported last; nothing reads it
     QStringList m_unpackedFileList;
-    std::optional<QStringList> m_expectedFileList;
     bool m_allowGprs = false;
+    std::optional<QStringList> m_expectedFileList; // of the onFinished() that comes next
 };
 
 #endif

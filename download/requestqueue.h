@@ -68,6 +68,7 @@ public:
         while (waitForItem()) {
             const QMutexLocker lock(&listMutex);
             log("Dequeing an Item ..."); // Says so although it takes nothing out.
+            m_size = this->size(); // Somebody may have used the list itself.
             if (!this->isEmpty()) // It may have been removed since the wait.
                 return this->first();
         }
@@ -83,6 +84,7 @@ public:
             {
                 const QMutexLocker lock(&listMutex);
                 log("Dequeing an Item ...");
+                m_size = this->size();
                 if (this->isEmpty())
                     continue;
                 item = QQueue<T>::dequeue();
@@ -125,11 +127,12 @@ public:
     void removeRequests(const QString &url)
     {
         log("void RequestQueue<T>::removeRequests(const QString&) [with T = Request]");
+        const QString wanted = url; // It may be that of an item, which moves below.
         {
             const QMutexLocker lock(&listMutex);
             if (!this->isEmpty()) {
                 this->erase(std::remove_if(this->begin(), this->end(),
-                                           [&url](const T &item) { return item.url == url; }),
+                                           [&wanted](const T &item) { return item.url == wanted; }),
                             this->end());
                 changed();
             }
@@ -154,8 +157,8 @@ public:
     /**
      * Takes up what an earlier run left in the settings, if the queue is empty; an item that is
      * already queued was mirrored there, so then there is nothing to take up. The settings are
-     * rewritten once, when all is in memory: a crash meanwhile loses nothing. The listener is told
-     * of each item. Sets hasSavedTransfer if there was any.
+     * rewritten once, when all is in memory: a crash meanwhile loses nothing. Logs and tells the
+     * listener as if each item were enqueued. Sets hasSavedTransfer if there was any.
      */
     void restoreSaved()
     {
@@ -168,6 +171,10 @@ public:
             restored = this->size();
             if (restored == 0)
                 return;
+            for (qsizetype i = 0; i < restored; ++i) {
+                log("void RequestQueue<T>::enqueue(const T&) [with T = Request]");
+                log("Enqueing an Item ...");
+            }
             hasSavedTransfer = true;
             changed();
             wake();
@@ -264,7 +271,8 @@ private:
         const QStringList groups = settings->childGroups();
         for (const QString &group : groups) {
             const int index = group.toInt();
-            if (index > 0 && (size <= 0 || index <= size))
+            const bool isEntry = index > 0 && group == QString::number(index); // "01" is none
+            if (isEntry && (size <= 0 || index <= size))
                 indexes.append(index);
         }
         std::sort(indexes.begin(), indexes.end());

@@ -112,14 +112,21 @@ void Worker::run()
             &m_interface, [this, files] { m_interface.expectUnpackedFileList(files); },
             Qt::QueuedConnection);
     });
-    connect(&manager, &DownloadManager::progress, &m_interface, &DownloadManagerIface::onProgress);
-    connect(&manager, &DownloadManager::finished, &m_interface, &DownloadManagerIface::onFinished);
-    connect(&manager, &DownloadManager::error, &m_interface, &DownloadManagerIface::onError);
-    connect(&manager, &DownloadManager::recovery, &m_interface, &DownloadManagerIface::onRecovery);
+    // Queued in so many words: a call from the GUI thread makes the manager emit there, and the
+    // automatic kind would then run QML's handlers in the middle of that call.
+    const auto queued = Qt::QueuedConnection;
+    connect(&manager, &DownloadManager::progress, &m_interface, &DownloadManagerIface::onProgress,
+            queued);
+    connect(&manager, &DownloadManager::finished, &m_interface, &DownloadManagerIface::onFinished,
+            queued);
+    connect(&manager, &DownloadManager::error, &m_interface, &DownloadManagerIface::onError,
+            queued);
+    connect(&manager, &DownloadManager::recovery, &m_interface, &DownloadManagerIface::onRecovery,
+            queued);
     connect(&manager, &DownloadManager::hasWifiConnectionChanged, &m_interface,
-            &DownloadManagerIface::onWifiConnectionChanged);
+            &DownloadManagerIface::onWifiConnectionChanged, queued);
     connect(&manager, &DownloadManager::notifySuspended, &m_interface,
-            &DownloadManagerIface::onNotifySuspended);
+            &DownloadManagerIface::onNotifySuspended, queued);
     {
         const QMutexLocker lock(&m_managerMutex);
         m_manager = &manager;

@@ -59,8 +59,10 @@ public:
 
     /**
      * Makes the thread end, at once or, if it has not begun yet, as soon as it does. No signal of
-     * the engine reaches the interface any more. Does not wait; what is unfinished stays in the
-     * settings and is done at the next start.
+     * the engine reaches the interface any more, but for those that are already on their way.
+     * Does not wait; what is unfinished stays in the settings and is done at the next start. The
+     * host's wait() must not come from within a handler of requestsChanged(), which a cancel()
+     * emits while it still uses the manager.
      */
     void stop();
 
@@ -80,10 +82,13 @@ public:
     /** Lets the calling thread sleep. */
     static void threadSleep(unsigned long ms);
 
-    /** Calls with the manager if there is one that works; returns whether there was. */
+    /**
+     * Calls with the manager if there is one that works; returns whether there was. The thread
+     * cannot end before the call is over, so the call must not wait for that. Any thread.
+     */
     template <typename Call> bool withManager(Call call)
     {
-        // Recursive, because the manager's signals may lead back here in the same thread.
+        // Recursive: a cancel changes the queue, and whoever hears of that may come back here.
         const QMutexLocker lock(&m_managerMutex);
         if (!m_managerAlive)
             return false;
