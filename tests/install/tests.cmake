@@ -1,0 +1,24 @@
+# SPDX-License-Identifier: MIT
+# Installs this build into a folder of its own and uses it from there, as a host would. A build
+# with checkers in it is never installed.
+if(VEXA_SANITIZE OR VEXA_COVERAGE)
+    return()
+endif()
+
+function(vexa_add_install_test step)
+    add_test(NAME install/${step} COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/install/check-install"
+        ${step} "${PROJECT_BINARY_DIR}" "${CMAKE_CURRENT_BINARY_DIR}/install-check"
+        ${QT_VERSION_MAJOR} "${CMAKE_INSTALL_LIBDIR}" "${VEXA_INSTALL_QMLDIR}"
+        "$<TARGET_FILE:qmlloader>")
+    set_tests_properties(install/${step} PROPERTIES TIMEOUT 300
+        ENVIRONMENT "CXX=${CMAKE_CXX_COMPILER}")
+    if(step STREQUAL "install")
+        set_tests_properties(install/${step} PROPERTIES FIXTURES_SETUP installed)
+    else()
+        set_tests_properties(install/${step} PROPERTIES FIXTURES_REQUIRED installed)
+    endif()
+endfunction()
+
+foreach(step IN ITEMS install names find_package pkg-config qml)
+    vexa_add_install_test(${step})
+endforeach()
