@@ -1,13 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "download/shell_p.h"
 
+#include "plugin/vexaconstants.h"
 #include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <pthread.h>
+#include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
+#include <QThread>
+#include <sys/file.h>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
 
 namespace {
+
+constexpr auto LongestWait = 60s;
+constexpr unsigned long WaitStep = 20; // ms
 
 // The command inherits the mask of the thread that starts it. Without this, a Ctrl-C in a terminal
 // would stop a copy half-way, although the program itself means to end cleanly.
@@ -27,6 +41,37 @@ public:
 
 private:
     sigset_t m_before;
+};
+
+// When the program is killed its command lives on, and the next start would unpack into the folder
+// that an old "rm" is still emptying. The command inherits the descriptor and with it the lock, so
+// the next start's first command waits for it.
+class OneAtATime
+{
+public:
+    OneAtATime()
+        : m_folder(::open(QFile::encodeName(QDir::homePath() + TMP_DIR_PATH).constData(),
+                          O_RDONLY | O_DIRECTORY)) // not O_CLOEXEC, see above
+    {
+        // Without the folder there is nothing that two commands could meet in.
+        const QDeadlineTimer deadline(
+            LongestWait); // a command that hangs must not hold us for good
+        while (m_folder >= 0 && ::flock(m_folder, LOCK_EX | LOCK_NB) != 0
+               && (errno == EWOULDBLOCK || errno == EINTR) && !deadline.hasExpired())
+            QThread::msleep(WaitStep);
+    }
+    ~OneAtATime()
+    {
+        if (m_folder < 0)
+            return;
+        // Closing alone would leave the lock to a program that was started meanwhile.
+        ::flock(m_folder, LOCK_UN);
+        ::close(m_folder);
+    }
+    Q_DISABLE_COPY(OneAtATime)
+
+private:
+    int m_folder;
 };
 
 bool isPlain(QChar c)
@@ -57,6 +102,7 @@ QString Shell::quoted(const QString &path)
 
 int Shell::run(const QString &command)
 {
+    const OneAtATime turn;
     const SignalsHeldBack heldBack;
     return std::system(QFile::encodeName(command).constData()); // NOLINT: see above
 }

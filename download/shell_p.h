@@ -22,7 +22,8 @@ VEXA_EXPORT QString quoted(const QString &path);
 
 /**
  * Runs the command and returns what system() returns, 0 for success. A Ctrl-C meant for this
- * program does not reach the command.
+ * program does not reach the command. If a killed run of the program has left a command that is
+ * still at work, waits for it first, up to a minute.
  */
 VEXA_EXPORT int run(const QString &command);
 
