@@ -158,7 +158,8 @@ ContentFile::Tables ContentFile::readTables(const QString &path)
 QByteArray ContentFile::write(const QString &mapVersion, const QDir &tileCacheFolder,
                               const QList<QFileInfo> &tiles, const QList<Region> &regions)
 {
-    QByteArray bytes;
+    // The writer begins with a line feed of its own.
+    QByteArray bytes("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
     QXmlStreamWriter xml(&bytes);
     xml.setAutoFormatting(true);
     xml.setAutoFormattingIndent(1);
@@ -191,8 +192,7 @@ QByteArray ContentFile::write(const QString &mapVersion, const QDir &tileCacheFo
     xml.writeEndElement();
     xml.writeEndElement();
     xml.writeEndDocument();
-    // The writer has begun with a line feed of its own.
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + bytes;
+    return bytes;
 }
 
 void ContentFile::replace(const QString &path, const QByteArray &bytes)

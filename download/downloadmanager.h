@@ -178,7 +178,7 @@ private:
 
     void emptyScratchFolder(const QString &scratch);
     void moveFolder(const QString &source, const QString &destination);
-    void moveFile(const QString &source, const QString &destination, bool savedRequest);
+    void moveFile(const QString &source, const QString &destination);
 
     const std::unique_ptr<DownloadManagerPrivate> d;
 };

@@ -6,13 +6,16 @@
 #include "download/shell_p.h"
 #include "plugin/dataroot.h"
 #include "plugin/vexaconstants.h"
+#include "plugin/vexasettings.h"
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
+#include <filesystem>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMutexLocker>
+#include <system_error>
+#include <unistd.h>
 
 namespace {
 
@@ -29,38 +32,101 @@ int runLogged(const QString &command)
     return result;
 }
 
-// A damaged request must never empty the root, the home folder or the user's documents.
-bool mayBeEmptied(const QString &folder)
+QString withSlash(const QString &path)
 {
-    const QString path = QFileInfo(folder).canonicalFilePath();
-    for (const QString &kept : {QDir::homePath(), DataRoot::myDocs()}) {
-        const QString keptPath = QFileInfo(kept).canonicalFilePath() + QLatin1Char('/');
-        if (keptPath.startsWith(path.endsWith(QLatin1Char('/')) ? path : path + QLatin1Char('/')))
-            return false;
-    }
-    return !path.isEmpty();
+    return path.endsWith(QLatin1Char('/')) ? path : path + QLatin1Char('/');
+}
+
+// Whether the path is the folder or lies in it, all links followed; false if either is missing.
+bool isIn(const QString &path, const QString &folder)
+{
+    const QString inner = QFileInfo(path).canonicalFilePath();
+    const QString outer = QFileInfo(folder).canonicalFilePath();
+    return !inner.isEmpty() && !outer.isEmpty() && withSlash(inner).startsWith(withSlash(outer));
+}
+
+// A damaged request must never empty the root, the home folder or the user's documents, nor the
+// folder that it has just filled.
+bool mayBeEmptied(const QString &folder, const QString &destination)
+{
+    return !destination.isEmpty() && !isIn(QDir::homePath(), folder)
+        && !isIn(DataRoot::myDocs(), folder) && !isIn(destination, folder)
+        && !isIn(QFileInfo(destination).absolutePath(), folder);
+}
+
+bool renameOver(const QString &source, const QString &target)
+{
+    return std::rename(QFile::encodeName(source).constData(), QFile::encodeName(target).constData())
+        == 0;
+}
+
+// Copies and waits until the bytes are on the disk: a rename that outlives a power cut must not
+// show a file that did not.
+bool copyWhole(const QString &source, const QString &target)
+{
+    std::error_code error;
+    std::filesystem::copy_file(QFile::encodeName(source).constData(),
+                               QFile::encodeName(target).constData(),
+                               std::filesystem::copy_options::overwrite_existing, error);
+    if (error)
+        return false;
+    QFile copy(target);
+    return copy.open(QIODevice::ReadWrite) && ::fsync(copy.handle()) == 0;
 }
 
 // rename() puts the file in place of an older one in one step. Between two file systems a copy is
 // made beside the target first, so that no half file ever has the final name.
 bool moveOver(const QString &source, const QString &target)
 {
-    const QByteArray from = QFile::encodeName(source);
-    const QByteArray to = QFile::encodeName(target);
-    if (std::rename(from.constData(), to.constData()) == 0)
+    if (renameOver(source, target))
         return true;
     if (errno != EXDEV)
         return false;
     const QString part = target + QLatin1String(".vexa-part");
-    QFile::remove(part); // from a move that was cut short; usually there is none
-    if (!QFile::copy(source, part))
-        return false;
-    if (std::rename(QFile::encodeName(part).constData(), to.constData()) != 0) {
+    if (!copyWhole(source, part) || !renameOver(part, target)) {
         QFile::remove(part); // only a leftover if this fails too
         return false;
     }
     QFile::remove(source); // only a leftover if it fails
     return true;
+}
+
+// The target of the file move that is under way. A run that finds it after a crash can tell a file
+// that has arrived from one that was never there.
+QString movingKey()
+{
+    return QStringLiteral("moving");
+}
+
+QString movingTo()
+{
+    const VexaSettings::Locker settings;
+    return settings->value(movingKey()).toString();
+}
+
+void setMovingTo(const QString &target)
+{
+    const VexaSettings::Locker settings;
+    settings->setValue(movingKey(), target);
+    settings->sync();
+}
+
+// Not synced: the dequeue that follows does it, so that mark and queue change together on disk.
+void forgetMoving()
+{
+    const VexaSettings::Locker settings;
+    settings->remove(movingKey());
+}
+
+bool arrives(const QString &source, const QString &target)
+{
+    // An earlier run was cut short between the rename and its entry in the settings.
+    if (!QFileInfo::exists(source) && movingTo() == target)
+        return QFileInfo(target).isFile();
+    if (!QFileInfo(source).isFile())
+        return false;
+    setMovingTo(target);
+    return moveOver(source, target);
 }
 
 } // namespace
@@ -111,7 +177,8 @@ int DownloadManager::doUncompress()
     // First out of the queue, then off the disk: a crash in between leaves a file behind, the
     // other way round it would leave a step that can never succeed.
     d->queue->dequeueIfHead(d->current);
-    QFile::remove(archiveName); // gone already, or a leftover
+    if (!archiveName.isEmpty())
+        QFile::remove(archiveName); // gone already, or a leftover
     Q_EMIT finished(d->current.type, d->urlText, d->current.id);
     return 0;
 }
@@ -169,18 +236,16 @@ int DownloadManager::doMove()
     const QString source = paths.value(0);
     const QString destination = paths.value(1);
     d->urlText = addressOf(d->current).toString();
-    const bool savedRequest = d->queue->hasSavedTransfer.exchange(false);
+    d->queue->hasSavedTransfer = false;
     Q_EMIT progress(d->current.type, d->urlText, d->current.id, 0, 0, 0);
 
     const QString parent = QFileInfo(destination).absolutePath();
     if (!QDir().mkpath(parent))
         L::og()->warning(QLatin1String("Couldn't create directory: ") + parent);
-    if (QFileInfo(source).isDir()) {
+    if (QFileInfo(source).isDir())
         moveFolder(source, destination);
-    } else {
-        moveFile(source, destination, savedRequest);
-        d->queue->dequeueIfHead(d->current);
-    }
+    else
+        moveFile(source, destination);
     Q_EMIT finished(d->current.type, d->urlText, d->current.id);
     return 0;
 }
@@ -193,7 +258,7 @@ void DownloadManager::moveFolder(const QString &source, const QString &destinati
     const bool shellAvailable = Shell::isAvailable();
     if (!shellAvailable)
         L::og()->warning(QStringLiteral("Shell is NOT available"));
-    if (!shellAvailable || !mayBeEmptied(source)) {
+    if (!shellAvailable || !mayBeEmptied(source, destination)) {
         L::og()->error(QStringLiteral("Failed to move directories"));
         failTransfer(MoveFailed);
         d->queue->dequeueIfHead(d->current);
@@ -216,23 +281,21 @@ void DownloadManager::moveFolder(const QString &source, const QString &destinati
     }
 }
 
-void DownloadManager::moveFile(const QString &source, const QString &destination, bool savedRequest)
+void DownloadManager::moveFile(const QString &source, const QString &destination)
 {
     QString target = QFileInfo(destination).absoluteFilePath();
     if (QFileInfo(destination).fileName().isEmpty())
         target = destination + QLatin1Char('/') + QFileInfo(source).fileName();
-    // An earlier run was cut short between the rename and its entry in the settings.
-    if (savedRequest && !QFileInfo::exists(source) && QFileInfo(target).isFile()) {
-        d->current.state = StateDone;
-        return;
-    }
-    // The rename below does both: a file that went first would be lost if the rename failed.
+    // The rename below removes it in the same step: a file that went first would be lost if the
+    // rename failed.
     L::og()->info(QLatin1String("Removing destination: ") + target);
     L::og()->info(QLatin1String("Moving: ") + source + QLatin1String(" to ") + target);
-    if (moveOver(source, target)) {
+    if (!destination.isEmpty() && arrives(source, target)) {
         d->current.state = StateDone;
     } else {
         L::og()->error(QLatin1String("Failed to move: ") + source + QLatin1String(" to ") + target);
         failTransfer(MoveFailed);
     }
+    forgetMoving();
+    d->queue->dequeueIfHead(d->current);
 }
