@@ -158,8 +158,7 @@ ContentFile::Tables ContentFile::readTables(const QString &path)
 QByteArray ContentFile::write(const QString &mapVersion, const QDir &tileCacheFolder,
                               const QList<QFileInfo> &tiles, const QList<Region> &regions)
 {
-    // The writer begins with a line feed of its own.
-    QByteArray bytes("<?xml version=\"1.0\" encoding=\"UTF-8\"?>");
+    QByteArray bytes;
     QXmlStreamWriter xml(&bytes);
     xml.setAutoFormatting(true);
     xml.setAutoFormattingIndent(1);
@@ -192,7 +191,8 @@ QByteArray ContentFile::write(const QString &mapVersion, const QDir &tileCacheFo
     xml.writeEndElement();
     xml.writeEndElement();
     xml.writeEndDocument();
-    return bytes;
+    // The writer has begun with a line feed of its own.
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + bytes;
 }
 
 void ContentFile::replace(const QString &path, const QByteArray &bytes)

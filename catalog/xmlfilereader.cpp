@@ -9,6 +9,9 @@
 namespace {
 
 constexpr int ChunkBytes = 64 * 1024;
+// The stream reader compares every attribute of a tag with every other: a hundred thousand of them
+// take it half a minute. It shows none before it has them all, so their quotes are counted.
+constexpr int MaxQuotes = 10 * XmlFileReader::MaxAttributes;
 // A reference to an entity takes three bytes, so even a tag full of them stays below 100 MB.
 constexpr int MaxEntityCharacters = 128;
 
@@ -58,22 +61,34 @@ public:
 
     bool isSequential() const override { return true; }
     void itemIsOver() { m_itemBytes = 0; }
-    bool itemIsTooLong() const { return m_itemBytes > MaxItemBytes; }
 
 protected:
     qint64 readData(char *data, qint64 maxSize) override
     {
-        if (itemIsTooLong() || (m_position == m_bytes.size() && !refill()))
+        if (m_itemBytes > MaxItemBytes || m_quotes > MaxQuotes)
+            return -1;
+        if (m_position == m_bytes.size() && !refill())
             return -1;
         const qint64 size = qMin<qint64>(maxSize, m_bytes.size() - m_position);
         memcpy(data, m_bytes.constData() + m_position, size_t(size));
         m_position += int(size);
         m_itemBytes += size;
+        countQuotes(data, size);
         return size;
     }
     qint64 writeData(const char *, qint64) override { return -1; }
 
 private:
+    void countQuotes(const char *data, qint64 size)
+    {
+        for (const char *end = data + size; data != end; ++data) {
+            if (*data == '<')
+                m_quotes = 0;
+            else if (*data == '"' || *data == '\'')
+                ++m_quotes;
+        }
+    }
+
     bool refill()
     {
         m_position = 0;
@@ -111,7 +126,8 @@ private:
     QString m_half;
     QByteArray m_bytes;
     int m_position = 0;
-    qint64 m_itemBytes = 0;
+    qint64 m_itemBytes = 0; // since the last element began or ended
+    int m_quotes = 0; // since the last "<"
 };
 
 XmlFileReader::XmlFileReader(const QString &path, Encoding encoding)

@@ -1,6 +1,9 @@
 # SPDX-License-Identifier: MIT
 vexa_add_test(download/request)
 vexa_add_test(download/download)
+vexa_add_test(download/requestqueue)
+vexa_add_test(download/requestqueuethreads)
+vexa_add_test(download/requestqueuerestore)
 
 add_library(vexa_steptest STATIC
     download/fakesystem.cpp download/fakesystem.h

@@ -204,8 +204,8 @@ void RequestTest::comesBackFromTheDiskAsItWas_data()
     QTest::newRow("a line feed in the id")
         << QStringLiteral("a\nb\t") << 2 << QVariant(file) << Url << 0;
     QTest::newRow("letters outside Latin-1")
-        << QString::fromUtf8("Öland €") << 2
-        << QVariant(QString::fromUtf8("/Ålesund €.zip")) << QString::fromUtf8("http://h/Å") << 0;
+        << QString::fromUtf8("Öland €") << 2 << QVariant(QString::fromUtf8("/Ålesund €.zip"))
+        << QString::fromUtf8("http://h/Å") << 0;
     QTest::newRow("done") << id << 2 << QVariant(file) << Url << 2;
     QTest::newRow("failed") << id << 2 << QVariant(file) << Url << 3;
     QTest::newRow("aborted") << id << 2 << QVariant(file) << Url << 4;

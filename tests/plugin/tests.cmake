@@ -1,11 +1,11 @@
 # SPDX-License-Identifier: MIT
 vexa_add_test(plugin/dataroot)
-vexa_add_test(plugin/logger)
+vexa_add_test(plugin/logger LABELS stress)
 vexa_add_test(plugin/qmlmodule)
 vexa_add_test(plugin/translations)
 vexa_add_test(plugin/vexa)
 vexa_add_test(plugin/vexaconstants)
-vexa_add_test(plugin/vexasettings)
+vexa_add_test(plugin/vexasettings LABELS stress)
 
 # Not linked with the library on purpose.
 add_executable(qmlloader plugin/qmlloader.cpp)

@@ -5,17 +5,19 @@
 #include <condition_variable>
 #include <map>
 #include <mutex>
-#include <QCoreApplication>
 #include <QEvent>
 #include <QEventLoop>
 #include <QFile>
 #include <QProcess>
+#include <QSocketNotifier>
 #include <QSslCertificate>
 #include <QSslKey>
 #include <QSslSocket>
 #include <QTcpServer>
 #include <QTemporaryDir>
+#include <sys/eventfd.h>
 #include <thread>
+#include <unistd.h>
 
 namespace {
 
@@ -95,6 +97,11 @@ private:
     void serve();
     HttpTestPlan plan(const Request &request, int *number);
 
+    void runSteps();
+
+    /** Comes to life in the server's thread whenever somebody has written to m_wakeUp. */
+    class Waker;
+    int m_wakeUp = -1;
     std::condition_variable m_changed;
     std::vector<std::function<void()>> m_steps;
     quint64 m_given = 0;
@@ -155,23 +162,6 @@ protected:
         connect(connection, &QObject::destroyed, connection, [this] { count(-1); });
     }
 
-    bool event(QEvent *event) override
-    {
-        if (event->type() != QEvent::User)
-            return QTcpServer::event(event);
-        std::unique_lock<std::mutex> lock(d->mutex);
-        while (!d->m_steps.empty()) {
-            const std::function<void()> step = d->m_steps.front();
-            d->m_steps.erase(d->m_steps.begin());
-            lock.unlock();
-            step();
-            lock.lock();
-            ++d->m_done;
-            d->m_changed.notify_all();
-        }
-        return true;
-    }
-
 private:
     void count(int change)
     {
@@ -179,6 +169,27 @@ private:
         d->open += change;
     }
 
+    Private *d;
+};
+
+class HttpTestServer::Private::Waker : public QSocketNotifier
+{
+public:
+    explicit Waker(Private *d)
+        : QSocketNotifier(d->m_wakeUp, QSocketNotifier::Read)
+        , d(d)
+    { }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() != QEvent::SockAct)
+            return QSocketNotifier::event(event);
+        d->runSteps();
+        return true;
+    }
+
+private:
     Private *d;
 };
 
@@ -190,6 +201,8 @@ HttpTestServer::Private::Private(Security security)
             qFatal("this Qt has no TLS");
         identity = makeIdentity();
     }
+    // Not an event of Qt's, whose way to the other thread the checker cannot follow.
+    m_wakeUp = eventfd(0, EFD_CLOEXEC);
     m_thread = std::thread([this] { serve(); });
     std::unique_lock<std::mutex> lock(mutex);
     m_changed.wait(lock, [this] { return m_isReady; });
@@ -202,12 +215,14 @@ HttpTestServer::Private::~Private()
         loop->quit();
     });
     m_thread.join();
+    close(m_wakeUp);
 }
 
 void HttpTestServer::Private::serve()
 {
     Listener ownListener(this);
     QEventLoop ownLoop;
+    const Waker waker(this);
     if (!ownListener.listen(QHostAddress::LocalHost))
         qFatal("no port on loopback: %s", qPrintable(ownListener.errorString()));
     {
@@ -226,8 +241,24 @@ void HttpTestServer::Private::run(const std::function<void()> &step)
     std::unique_lock<std::mutex> lock(mutex);
     m_steps.push_back(step);
     const quint64 mine = ++m_given;
-    QCoreApplication::postEvent(listener, new QEvent(QEvent::User));
+    eventfd_write(m_wakeUp, 1);
     m_changed.wait(lock, [this, mine] { return m_done >= mine; });
+}
+
+void HttpTestServer::Private::runSteps()
+{
+    eventfd_t count = 0;
+    eventfd_read(m_wakeUp, &count);
+    std::unique_lock<std::mutex> lock(mutex);
+    while (!m_steps.empty()) {
+        const std::function<void()> step = m_steps.front();
+        m_steps.erase(m_steps.begin());
+        lock.unlock();
+        step();
+        lock.lock();
+        ++m_done;
+        m_changed.notify_all();
+    }
 }
 
 HttpTestPlan HttpTestServer::Private::plan(const Request &request, int *number)

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+// remove: takes installed regions off the disk. The engine does not run meanwhile.
+#include "catalog/mapcatalog.h"
+#include "catalog/mapregion.h"
+#include "host/cli/command.h"
+#include "host/cli/lockedsession.h"
+#include "host/cli/regionlookup.h"
+#include "host/shared/installjournal.h"
+#include "host/shared/regionfiles.h"
+#include "host/shared/regionstatus.h"
+#include "plugin/dataroot.h"
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace {
+
+class RemoveCommand : public Command
+{
+    Q_DECLARE_TR_FUNCTIONS(RemoveCommand)
+
+public:
+    QString name() const override { return QStringLiteral("remove"); }
+    QString summary() const override
+    {
+        return tr("Remove regions; tiles that other installed regions need stay.");
+    }
+    QString arguments() const override { return QStringLiteral("ID..."); }
+    Arguments wants() const override { return Arguments::AtLeastOne; }
+    QStringList examples() const override
+    {
+        return {QStringLiteral("remove FI"), QStringLiteral("remove Finland Sweden")};
+    }
+    int run(const QCommandLineParser &parser, CommandContext &context) override
+    {
+        DataSetLock lock;
+        if (const int code = takeLock(&lock, context))
+            return code;
+        MapCatalog catalog;
+        catalog.updateCatalog();
+        const auto ids =
+            RegionLookup(&catalog).resolveAll(parser.positionalArguments(), context.console);
+        if (!ids)
+            return ExitUnknownRegion;
+        if (!mayBeRemoved(catalog, *ids, context.console))
+            return ExitFailure;
+        QJsonArray report;
+        int code = ExitOk;
+        for (const QString &id : *ids) {
+            if (!removeOne(catalog, id, context, &report))
+                code = ExitFailure;
+        }
+        if (context.json)
+            context.console.json(QJsonDocument(report));
+        return code;
+    }
+
+private:
+    // All are looked at before the first is removed.
+    static bool mayBeRemoved(MapCatalog &catalog, const QStringList &ids, Console &console)
+    {
+        bool allMay = true;
+        const InstallJournal journal(InstallJournal::defaultPath());
+        for (const QString &id : ids) {
+            if (journal.find(id)) {
+                console.error(tr("%1 is being installed; run \"vexa-maps resume\" or \"vexa-maps "
+                                 "cancel %1\" first.")
+                                  .arg(id));
+                allMay = false;
+            } else if (!catalog.region(id)->installed()) {
+                console.error(tr("%1 is not installed.").arg(id));
+                allMay = false;
+            }
+        }
+        return allMay;
+    }
+
+    static bool removeOne(MapCatalog &catalog, const QString &id, CommandContext &context,
+                          QJsonArray *report)
+    {
+        const RemovalFigures figures =
+            RegionFiles::removalFigures(&catalog, id, DataRoot::tileCacheFolder());
+        const QString name = RegionLookup::displayName(*catalog.region(id));
+        catalog.deleteInstalledRegion(id);
+        catalog.updateCatalog();
+        const MapRegion *region = catalog.region(id);
+        const bool gone = !region || !region->installed();
+        report->append(QJsonObject {{QStringLiteral("id"), id},
+                                    {QStringLiteral("removed"), gone},
+                                    {QStringLiteral("freedFiles"), figures.freedFiles},
+                                    {QStringLiteral("freedBytes"), double(figures.freedBytes)},
+                                    {QStringLiteral("keptFiles"), figures.keptFiles},
+                                    {QStringLiteral("keptBytes"), double(figures.keptBytes)}});
+        if (!gone) {
+            context.console.error(
+                tr("%1 is still recorded: the content file cannot be written.").arg(id));
+            return false;
+        }
+        context.console.note(tr("Removed %1 (%2): %3 tiles, %4 freed.")
+                                 .arg(id, name)
+                                 .arg(figures.freedFiles)
+                                 .arg(RegionWords::size(figures.freedBytes)));
+        if (figures.keptFiles > 0)
+            context.console.note(tr("  %1 tiles (%2) stay: other installed regions need them.")
+                                     .arg(figures.keptFiles)
+                                     .arg(RegionWords::size(figures.keptBytes)));
+        return true;
+    }
+};
+
+} // namespace
+
+void addRemoveCommand(CommandList &commands)
+{
+    commands.push_back(std::make_unique<RemoveCommand>());
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "download/request.h"
+#include <functional>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+/**
+ * The engine's queue as it lies in the settings while no engine runs: what an earlier run left.
+ *
+ * Programs look at it, and take requests out of it, before they start a Worker; while one runs,
+ * the queue's own interface is the way. Any thread; it keeps nothing.
+ */
+namespace SavedQueue {
+
+/** All requests, oldest first. */
+QList<Request> read();
+
+/**
+ * Takes out the requests that the function wants gone and writes the rest. If the transfer in
+ * progress goes with them, its state and its partial file go too, so that the next request does
+ * not take it for its own; so do archives that waited to be unpacked. Returns how many went.
+ */
+int removeIf(const std::function<bool(const Request &)> &unwanted);
+
+/** Whether the user had paused the engine when it last ran. */
+bool pausedByUser();
+
+/** Bytes of the transfer in progress that are there. */
+qint64 bytesReceived();
+
+} // namespace SavedQueue
