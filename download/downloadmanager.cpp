@@ -46,6 +46,22 @@ ResumeDecision decideResume(SuspensionCause asked, SuspensionCause current, bool
     return {true, nullptr};
 }
 
+void setIfOther(QSettings &settings, const QString &key, const QVariant &value)
+{
+    if (settings.value(key) != value)
+        settings.setValue(key, value);
+}
+
+bool isStored(const Download &download, QSettings &settings)
+{
+    Download stored;
+    stored.deSerialize(settings);
+    return settings.contains(QStringLiteral("download/downloadType"))
+        && stored.url.toString() == download.url.toString() && stored.fileName == download.fileName
+        && stored.bytesReceived == download.bytesReceived
+        && stored.bytesTotal == download.bytesTotal && stored.downloadType == download.downloadType;
+}
+
 } // namespace
 
 DownloadManager::DownloadManager(RequestQueue<Request> *queue, QObject *parent)
@@ -83,32 +99,64 @@ int DownloadManager::mainLoop()
     d->loopClock.start();
     for (;;) {
         d->trace(QStringLiteral("Waiting for request from the queue..."));
-        const Request head = d->queue->head();
-        if (d->cancelled.exchange(false))
-            discardTransfer(); // cancelled between two attempts
-        d->current = head;
-        {
-            const QMutexLocker lock(&d->requestMutex);
-            d->currentUrl = head.url;
-        }
-        if (d->exiting)
+        const bool isStillQueued = takeUp(d->queue->head());
+        if (d->exiting) {
+            putDown();
             break;
-        // A cancel that came before the line above has removed it and found another current one.
-        if (head.type == 0 || d->queue->isHead(head)) {
-            // A type that is not known stays queued and comes again and again, on purpose.
-            if (head.type == TestDownloadRequest || head.type == DownloadRequest)
-                doDownload();
-            else if (head.type == UncompressRequest)
-                doUncompress();
-            else if (head.type == MoveRequest)
-                doMove();
         }
+        if (isStillQueued)
+            execute();
+        putDown();
         saveState();
         QCoreApplication::processEvents();
         Worker::threadSleep(LoopPause);
     }
     d->trace(QStringLiteral("Exiting main vexa loop"));
     return 0;
+}
+
+// A cancel that came before this has removed the request, and found another one current.
+bool DownloadManager::takeUp(const Request &head)
+{
+    const QMutexLocker lock(&d->requestMutex);
+    d->current = head;
+    d->currentUrl = head.url;
+    d->executing = true;
+    return d->queue->isHead(head);
+}
+
+void DownloadManager::execute()
+{
+    switch (d->current.type) {
+    case TestDownloadRequest:
+    case DownloadRequest:
+        doDownload();
+        break;
+    case UncompressRequest:
+        doUncompress();
+        break;
+    case MoveRequest:
+        doMove();
+        break;
+    default:
+        break; // A type that is not known stays queued and comes again and again, on purpose.
+    }
+}
+
+// A cancel that came too late for the step, or that the step does not look for, must not hit the
+// next one.
+void DownloadManager::putDown()
+{
+    const QMutexLocker lock(&d->requestMutex);
+    d->executing = false;
+    if (d->cancelled.exchange(false) && recordIsOf(d->currentUrl))
+        discardTransfer();
+}
+
+bool DownloadManager::recordIsOf(const QString &url) const
+{
+    return !d->download.fileName.isEmpty()
+        && d->download.url.toString() == addressOf(url).toString();
 }
 
 bool DownloadManager::suspended() const
@@ -228,17 +276,28 @@ void DownloadManager::cancel(const QString &url)
     d->info(QStringLiteral("void DownloadManager::cancel(const QString&)"));
     // Removed first and compared afterwards, so that the loop cannot take the request up in
     // between: either it finds it gone, or the comparison finds it current.
-    if (url.isEmpty()) {
+    if (url.isEmpty())
         d->queue->removeAllRequests();
-    } else {
+    else
         d->queue->removeRequests(url);
-        const QMutexLocker lock(&d->requestMutex);
-        if (url != d->currentUrl)
-            return;
+    if (cancelCurrent(url))
+        resume(ForcedCause);
+}
+
+// Returns whether the current request was hit.
+bool DownloadManager::cancelCurrent(const QString &url)
+{
+    const QMutexLocker lock(&d->requestMutex);
+    const bool isCurrent = url.isEmpty() || url == d->currentUrl;
+    if (d->executing) {
+        if (isCurrent) {
+            d->cancelled = true;
+            d->requestDone = true;
+        }
+    } else if (url.isEmpty() ? !d->download.fileName.isEmpty() : recordIsOf(url)) {
+        discardTransfer(); // between two attempts, or left by an earlier run
     }
-    d->cancelled = true;
-    d->requestDone = true;
-    resume(ForcedCause);
+    return isCurrent;
 }
 
 void DownloadManager::exit()
@@ -263,11 +322,15 @@ int DownloadManager::saveState()
 {
     d->trace(QStringLiteral("int DownloadManager::saveState()"));
     const QMutexLocker lock(&d->suspensionMutex);
+    const QMutexLocker recordLock(&d->requestMutex);
     const VexaSettings::Locker settings;
     d->info(QStringLiteral("Settings file: ") + settings->fileName());
     if (d->cause == UserCause)
-        settings->setValue(isSuspendedKey(), bool(d->suspended));
-    d->download.serialize(*settings);
+        setIfOther(*settings, isSuspendedKey(), bool(d->suspended));
+    // A request that cannot begin comes here 50 times a second; the file must not be rewritten
+    // each time, it lies on flash.
+    if (!isStored(d->download, *settings))
+        d->download.serialize(*settings);
     settings->sync();
     return 0;
 }

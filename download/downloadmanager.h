@@ -156,21 +156,31 @@ private Q_SLOTS:
 
 private:
     int mainLoop();
+    bool takeUp(const Request &head);
+    void execute();
+    void putDown();
+    bool cancelCurrent(const QString &url);
+    bool recordIsOf(const QString &url) const;
     void waitWhileSuspended();
 
     void prepareRecord();
     bool openSaveFile();
     bool fitSaveFile();
     void transfer();
+    void beginAttempt();
+    bool endsWithoutRequest();
     void sendRequest();
     void checkBody();
     void takeChunk();
     void endAttempt();
     void judgeWhole();
     bool isAllThere() const;
+    void finishDownload();
     void finishTransfer();
     void failTransfer(int errorCode);
     void concludeTransfer();
+    void endWell();
+    void endBadly();
     void forgetTransfer();
     void discardTransfer();
     void removeSaveFile(const QString &fileName);

@@ -17,18 +17,15 @@ namespace {
 
 constexpr int WaitStep = 20; // ms between two looks at the flags while a reply is awaited
 constexpr int SuspendedStep = 1000; // ms between two looks while suspended
-constexpr int RetryStep = 100; // ms between two looks while a full disk is waited for
 constexpr qint64 ChunkSize = 4 * 1024 * 1024; // bytes that are written without further waiting
 constexpr qint64 ReplyBuffer = 8 * 1024 * 1024; // bytes that Qt may hold for us
 
-QString headerOf(const QNetworkReply &reply, const QString &name)
+// What QFileInfo makes of an address may still be no name for a file, and a save file that can
+// never be opened would hold up the queue for good.
+bool isFileName(const QString &name)
 {
-    return QString::fromLatin1(reply.rawHeader(name.toLatin1()));
-}
-
-int statusOf(const QNetworkReply &reply)
-{
-    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..")
+        && !name.contains(QChar(0));
 }
 
 } // namespace
@@ -36,8 +33,7 @@ int statusOf(const QNetworkReply &reply)
 QString DownloadManager::fileNameFromUrl(const QUrl &url)
 {
     QString name = QFileInfo(url.path()).fileName();
-    // ".." would be the folder itself, which can never be opened for writing.
-    if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String(".."))
+    if (!isFileName(name))
         name = QStringLiteral("download");
     QString dir = QDir::homePath() + TMP_DIR_PATH;
     if (!QDir(dir).exists()) {
@@ -75,8 +71,11 @@ int DownloadManager::doDownload()
         discardTransfer();
         return 0;
     }
-    if (d->current.type == DownloadRequest && !fitSaveFile())
+    if (d->current.type == DownloadRequest && !fitSaveFile()) {
+        d->saveFile.close();
+        pauseBeforeRetry();
         return 1;
+    }
     transfer();
     concludeTransfer();
     return 0;
@@ -103,8 +102,7 @@ void DownloadManager::prepareRecord()
     const QString fileName = d->current.payload.toString();
     const bool savedTransfer = d->queue->hasSavedTransfer.exchange(false);
     if (d->download.url.toString() != url.toString() || d->download.fileName != fileName) {
-        d->download.clear();
-        d->unfinished = false;
+        d->clearRecord();
     } else if (savedTransfer) {
         d->unfinished = true;
     }
@@ -151,22 +149,8 @@ bool DownloadManager::fitSaveFile()
 
 void DownloadManager::transfer()
 {
-    d->current.state = StateNew;
-    d->knownTotal = d->download.bytesTotal;
-    d->testAnswered = false;
-    d->attemptOver = false;
-    d->errorSeen = false;
-    d->finishedSeen = false;
-    d->bodyChecked = false;
-    d->bodyIgnored = false;
-    d->attemptGrew = false;
-    d->writeFailed = false;
-    d->replyBytes = 0;
-
-    const Download &download = d->download;
-    if (d->unfinished && d->current.type == DownloadRequest && download.bytesTotal > 0
-        && download.bytesReceived == download.bytesTotal) {
-        finishTransfer(); // all is there: the last run ended before it could say so
+    beginAttempt();
+    if (endsWithoutRequest()) {
         d->saveFile.close();
         return;
     }
@@ -205,6 +189,37 @@ void DownloadManager::transfer()
     d->saveFile.close();
 }
 
+void DownloadManager::beginAttempt()
+{
+    d->current.state = StateNew;
+    if (d->download.bytesTotal > 0)
+        d->knownTotal = d->download.bytesTotal;
+    d->testAnswered = false;
+    d->attemptOver = false;
+    d->errorSeen = false;
+    d->finishedSeen = false;
+    d->bodyChecked = false;
+    d->bodyIgnored = false;
+    d->attemptGrew = false;
+    d->writeFailed = false;
+    d->replyBytes = 0;
+}
+
+// Whether an earlier attempt has left nothing to do but to put the request away.
+bool DownloadManager::endsWithoutRequest()
+{
+    if (d->toldState == StateDone || d->toldState == StateFailed) {
+        d->current.state = d->toldState;
+        return true;
+    }
+    const Download &download = d->download;
+    if (!d->unfinished || d->current.type != DownloadRequest || download.bytesTotal <= 0
+        || download.bytesReceived != download.bytesTotal)
+        return false;
+    finishTransfer(); // all is there: the last run ended before it could say so
+    return true;
+}
+
 void DownloadManager::sendRequest()
 {
     QNetworkRequest request(d->download.url);
@@ -235,19 +250,25 @@ void DownloadManager::doDownloadReadyRead()
 {
     if (!d->reply)
         return;
+    if (d->current.type == DownloadRequest) {
+        // What was saved may be worth nothing to this answer: then the progress must not count it.
+        checkBody();
+        if (d->attemptOver)
+            return;
+    }
     // Qt tells of progress behind the data, and not at every piece; the heartbeat, the stored
     // total and a test download need to hear of it first.
     bool lengthKnown = false;
-    const qint64 length = headerOf(*d->reply, HTTP_CONTENT_LENGTH_TOKEN).toLongLong(&lengthKnown);
+    const qint64 length = httpHeader(*d->reply, HTTP_CONTENT_LENGTH_TOKEN).toLongLong(&lengthKnown);
     doDownloadProgress(d->replyBytes + d->reply->bytesAvailable(), lengthKnown ? length : -1);
     if (d->current.type == TestDownloadRequest) {
-        d->trace(QStringLiteral("Test request void DownloadManager::doDownloadReadyRead()"));
+        L::og()->trace(QStringLiteral("Test request"),
+                       QStringLiteral("void DownloadManager::doDownloadReadyRead()"));
         return;
     }
     // A chunk costs several syncs: small pieces wait for the next tick.
-    if (d->reply
-        && (d->reply->bytesAvailable() >= ChunkSize || !d->chunkClock.isValid()
-            || d->chunkClock.elapsed() >= WaitStep))
+    if (d->reply->bytesAvailable() >= ChunkSize || !d->chunkClock.isValid()
+        || d->chunkClock.elapsed() >= WaitStep)
         takeChunk();
 }
 
@@ -257,18 +278,22 @@ void DownloadManager::checkBody()
     if (d->bodyChecked)
         return;
     d->bodyChecked = true;
-    const ContentRange range = ContentRange::parse(headerOf(*d->reply, HTTP_CONTENT_RANGE_TOKEN));
-    switch (judgeBody(statusOf(*d->reply), range, d->rangeStart, d->knownTotal)) {
+    switch (
+        judgeBody(httpStatus(*d->reply), contentRangeOf(*d->reply), d->rangeStart, d->knownTotal)) {
     case BodyUse::Append:
         break;
     case BodyUse::StartAnew:
+        d->knownTotal = 0;
         d->download.bytesReceived = 0;
-        if (!fitSaveFile())
+        if (!fitSaveFile()) {
+            d->writeFailed = true;
             endAttempt();
+        }
         break;
     case BodyUse::Restart:
         // The next attempt begins at the first byte.
         d->trace(QStringLiteral("The server's file has changed. Starting it anew..."));
+        d->knownTotal = 0;
         d->download.bytesReceived = 0;
         d->download.bytesTotal = 0;
         endAttempt();
@@ -331,7 +356,7 @@ void DownloadManager::doDownloadProgress(qint64 bytesReceived, qint64 bytesTotal
         download.downloadType = 1;
         // Without a range the size stays unknown, although the length would tell it.
         download.bytesTotal =
-            bytesTotalFromContentRange(headerOf(*d->reply, HTTP_CONTENT_RANGE_TOKEN));
+            bytesTotalFromContentRange(httpHeader(*d->reply, HTTP_CONTENT_RANGE_TOKEN));
     } else {
         L::og()->warning(QStringLiteral("No partial download possible"));
         download.downloadType = 0;
@@ -349,100 +374,11 @@ void DownloadManager::doDownloadProgress(qint64 bytesReceived, qint64 bytesTotal
         d->loopClock.start();
     }
     if (d->current.type == TestDownloadRequest) {
-        d->trace(QStringLiteral(
-            "Test request void DownloadManager::doDownloadProgress(qint64, qint64)"));
+        L::og()->trace(QStringLiteral("Test request"),
+                       QStringLiteral("void DownloadManager::doDownloadProgress(qint64, qint64)"));
         d->testAnswered = true;
         d->requestDone = true;
     }
-}
-
-void DownloadManager::doDownloadFinished()
-{
-    d->trace(QStringLiteral("void DownloadManager::doDownloadFinished()"));
-    d->finishedSeen = true;
-    if (d->current.type == TestDownloadRequest) {
-        d->trace(QStringLiteral("Test request"));
-        finishTransfer();
-        d->requestDone = true;
-        return;
-    }
-    takeChunk();
-    d->requestDone = true;
-    if (!d->reply)
-        return;
-    QNetworkReply &reply = *d->reply;
-    reply.deleteLater();
-    if (d->attemptOver || d->current.state != StateNew)
-        return;
-    switch (reply.error()) {
-    case QNetworkReply::NoError:
-        judgeWhole();
-        break;
-    case QNetworkReply::TimeoutError:
-    case QNetworkReply::ProxyTimeoutError:
-        L::og()->error(QStringLiteral("ERROR: Response Timeout"));
-        break;
-    case QNetworkReply::UnknownContentError:
-        if (isAllThere()) {
-            finishTransfer();
-            break;
-        }
-        L::og()->error(QLatin1String("Failed: ") + reply.errorString());
-        failTransfer(ContentRefused);
-        break;
-    case QNetworkReply::OperationCanceledError:
-        d->trace(QStringLiteral("Aborted, disconnecting signals"));
-        reply.disconnect(this);
-        d->trace(QStringLiteral("Download aborted"));
-        d->current.state = StateAborted;
-        break;
-    default:
-        L::og()->error(QLatin1String("Failed: ") + reply.errorString());
-        L::og()->error(QLatin1String("Error: ") + QString::number(reply.error()));
-        failTransfer(DownloadFailed);
-        break;
-    }
-}
-
-// The reply ended without an error, which Qt also says of a body that was cut where nothing told
-// its length.
-void DownloadManager::judgeWhole()
-{
-    checkBody();
-    if (d->attemptOver)
-        return;
-    const Download &download = d->download;
-    if (d->bodyIgnored) {
-        L::og()->error(QLatin1String("Failed: status ") + QString::number(statusOf(*d->reply)));
-        failTransfer(DownloadFailed);
-    } else if (download.downloadType == 0 || download.bytesTotal <= 0
-               || download.bytesReceived == download.bytesTotal) {
-        finishTransfer();
-    } else if (download.bytesReceived < download.bytesTotal && d->attemptGrew) {
-        d->trace(QStringLiteral("The reply was cut short. Asking for the rest..."));
-    } else {
-        L::og()->error(QStringLiteral("Failed: the file is not as long as the server said"));
-        failTransfer(ContentRefused);
-    }
-}
-
-// A request behind the last byte is refused; that is no failure if the file ends just there.
-bool DownloadManager::isAllThere() const
-{
-    constexpr int RangeNotSatisfiable = 416;
-    return statusOf(*d->reply) == RangeNotSatisfiable
-        && ContentRange::parse(headerOf(*d->reply, HTTP_CONTENT_RANGE_TOKEN)).total
-        == d->rangeStart;
-}
-
-void DownloadManager::doDownloadError(QNetworkReply::NetworkError code)
-{
-    d->trace(QLatin1String("network error code: ") + QString::number(code));
-    if (d->current.type == TestDownloadRequest)
-        d->trace(QStringLiteral("Test request void "
-                                "DownloadManager::doDownloadError(QNetworkReply::NetworkError)"));
-    d->errorSeen = true;
-    d->requestDone = true;
 }
 
 void DownloadManager::doHeartBeat()
@@ -473,93 +409,4 @@ void DownloadManager::abortCurrentRequest()
     reply->deleteLater();
     // Left to the event loop it would live as long as the main loop, which is that loop's caller.
     QCoreApplication::sendPostedEvents(reply, QEvent::DeferredDelete);
-}
-
-void DownloadManager::finishTransfer()
-{
-    d->current.state = StateDone;
-    Q_EMIT finished(d->current.type, d->urlText, d->current.id);
-}
-
-void DownloadManager::failTransfer(int errorCode)
-{
-    d->current.state = StateFailed;
-    Q_EMIT error(d->current.type, d->current.id, errorCode, d->urlText);
-}
-
-void DownloadManager::concludeTransfer()
-{
-    d->trace(QStringLiteral("Checking download state..."));
-    if (d->cancelled) {
-        discardTransfer();
-        return;
-    }
-    if (d->suspended) {
-        d->trace(QStringLiteral("Download is suspended"));
-        return;
-    }
-    // A test is over with the first sign of an answer; its reply was aborted before its end.
-    if (d->current.type == TestDownloadRequest && d->testAnswered && d->current.state == StateNew)
-        finishTransfer();
-
-    const QString fileName = d->download.fileName;
-    if (d->current.state == StateDone) {
-        d->trace(QStringLiteral("Download is sucessful")); // The spelling is fixed.
-        // A test writes nothing; the empty file that opening made is not worth keeping.
-        if (d->current.type == TestDownloadRequest && QFileInfo(fileName).size() == 0)
-            SaveFile::remove(fileName);
-        forgetTransfer();
-        d->queue->dequeueIfHead(d->current);
-    } else if (d->current.state == StateFailed) {
-        d->trace(QStringLiteral("Download error"));
-        forgetTransfer();
-        removeSaveFile(fileName);
-        d->queue->dequeueIfHead(d->current);
-    } else if (d->writeFailed) {
-        pauseBeforeRetry();
-    }
-}
-
-// Not synced: the dequeue that follows does it, so that record and queue change together on disk.
-void DownloadManager::forgetTransfer()
-{
-    d->download.clear();
-    d->unfinished = false;
-    const VexaSettings::Locker settings;
-    d->download.serialize(*settings);
-}
-
-void DownloadManager::discardTransfer()
-{
-    d->trace(QStringLiteral("Download is canceled"));
-    d->current.state = StateAborted;
-    const QString fileName = d->download.fileName;
-    d->saveFile.close();
-    d->download.clear();
-    d->unfinished = false;
-    if (!fileName.isEmpty())
-        removeSaveFile(fileName);
-    d->cancelled = false;
-}
-
-void DownloadManager::removeSaveFile(const QString &fileName)
-{
-    d->trace(QStringLiteral("Removing the file"));
-    if (!SaveFile::remove(fileName))
-        d->trace(QLatin1String("Failed to remove file: ") + fileName);
-}
-
-// A full disk does not empty itself in 20 ms, and every attempt costs the user's traffic.
-void DownloadManager::pauseBeforeRetry()
-{
-    QElapsedTimer pause;
-    pause.start();
-    while (pause.elapsed() < d->heartbeatInterval && !d->exiting && !d->cancelled
-           && !d->suspended) {
-        {
-            const QMutexLocker lock(&d->suspensionMutex);
-            d->wakeUp.wait(&d->suspensionMutex, RetryStep);
-        }
-        QCoreApplication::processEvents();
-    }
 }

@@ -29,9 +29,14 @@ enum EngineError {
 };
 
 /** The address of a request, as the caller wrote it. */
+inline QUrl addressOf(const QString &url)
+{
+    return QUrl::fromEncoded(url.toLocal8Bit());
+}
+
 inline QUrl addressOf(const Request &request)
 {
-    return QUrl::fromEncoded(request.url.toLocal8Bit());
+    return addressOf(request.url);
 }
 
 /** What the engine keeps; DownloadManager's sources share it. */
@@ -41,7 +46,7 @@ public:
     /** More ms than this lie between two progress signals. */
     static constexpr int ProgressInterval = 999;
 
-    // Worker thread only.
+    // Worker thread only, but see executing below.
     RequestQueue<Request> *queue = nullptr; // not owned
     QTimer heartbeat;
     QNetworkAccessManager network;
@@ -64,8 +69,9 @@ public:
     bool writeFailed = false; // the save file could not take the last chunk
     bool unfinished = false; // the record belongs to a request that stayed queued in this run
     qint64 replyBytes = 0; // bytes of this reply that were read
-    qint64 knownTotal = 0; // the file's size before this attempt, 0 or -1 if unknown
+    qint64 knownTotal = 0; // the file's size as earlier attempts heard it, 0 if unknown
     qint64 rangeStart = 0; // first byte that was asked for
+    int toldState = StateNew; // StateDone or StateFailed: signalled, but not yet put away
 
     // Set from any thread.
     std::atomic<bool> requestDone {false};
@@ -85,11 +91,25 @@ public:
     QWaitCondition wakeUp;
     SuspensionCause cause = NotSuspended;
 
-    // What other threads ask about the current request.
+    // What other threads ask about the current request. Taken after the suspension mutex, before
+    // the queue's and the settings' locks; no signal is emitted under it.
     mutable QMutex requestMutex;
     QString currentUrl;
+    // While a step runs, record and save file are the worker thread's alone. Between two steps
+    // they are under the mutex, so that a cancel can clear them away by itself: the loop may then
+    // sleep on an empty queue.
+    bool executing = false;
     VexaArchive *archive = nullptr; // while one is unpacked; not owned
     QStringList unpackedFiles;
+
+    /** Forgets the transfer; its file stays. */
+    void clearRecord()
+    {
+        download.clear();
+        unfinished = false;
+        knownTotal = 0;
+        toldState = StateNew;
+    }
 
     static void trace(const QString &text) { L::og()->trace(text); }
     static void info(const QString &text) { L::og()->info(text); }

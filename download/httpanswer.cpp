@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "download/httpanswer_p.h"
 
+#include "plugin/vexaconstants.h"
+#include <QNetworkReply>
+#include <QNetworkRequest>
 #include <QRegularExpression>
 
 namespace {
@@ -24,6 +27,21 @@ ContentRange ContentRange::parse(const QString &value)
     range.first = numberOr(match.captured(1), -1);
     range.total = numberOr(match.captured(2), -1);
     return range;
+}
+
+QString httpHeader(const QNetworkReply &reply, const QString &name)
+{
+    return QString::fromLatin1(reply.rawHeader(name.toLatin1()));
+}
+
+int httpStatus(const QNetworkReply &reply)
+{
+    return reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+ContentRange contentRangeOf(const QNetworkReply &reply)
+{
+    return ContentRange::parse(httpHeader(reply, HTTP_CONTENT_RANGE_TOKEN));
 }
 
 BodyUse judgeBody(int httpStatus, const ContentRange &range, qint64 start, qint64 knownTotal)

@@ -16,6 +16,15 @@ struct VEXA_EXPORT ContentRange
     qint64 total = -1; ///< size of the whole file
 };
 
+class QNetworkReply;
+
+/** The value of a header of the reply; empty if it was not sent. */
+QString httpHeader(const QNetworkReply &reply, const QString &name);
+/** The reply's status; 0 before its head has come, and for other schemes than HTTP. */
+int httpStatus(const QNetworkReply &reply);
+/** The reply's Content-Range; without one all is -1. */
+ContentRange contentRangeOf(const QNetworkReply &reply);
+
 /** What is to be done with the body of a server's answer to a request for the rest of a file. */
 enum class BodyUse {
     Append, ///< it goes on where the save file ends
