@@ -1,4 +1,8 @@
 # SPDX-License-Identifier: MIT
+vexa_add_test(download/httpanswer)
+vexa_add_test(download/savefile)
+vexa_add_test(download/suspension)
+vexa_add_test(download/mainloop)
 vexa_add_test(download/request)
 vexa_add_test(download/download)
 vexa_add_test(download/requestqueue)
