@@ -289,7 +289,7 @@ void MainLoopTest::costsNothingWhileTheQueueIsEmpty()
 {
     const LogCatcher log(L::Trace);
     TestEngine engine;
-    engine.start();
+    engine.startOffline();
     EVENTUALLY(log.contains(line("Queue empty. Sleeping ...")));
     const qint64 lines = log.lines().size();
     const qint64 before = cpuMilliseconds();
