@@ -76,7 +76,7 @@ bool VEXA::installTranslator(const QString &path)
     if (!translator->load(nativePath))
         return false;
     L::og()->trace(QLatin1String("Loaded translation from ") + nativePath);
-    // Qt also says no when the file has no texts, but it is installed then too.
+    // The answer is no for a file without texts, although that is installed too.
     QCoreApplication::installTranslator(translator.get());
     keep(std::move(translator));
     return true;
