@@ -191,6 +191,10 @@ bool VexaArchive::getUncompressedSize(quint64 &size)
 bool VexaArchive::startRead()
 {
     m_cancelled = false;
+    finishRead();
+    // libarchive would take no name for the standard input and wait there.
+    if (m_archivePath.isEmpty())
+        return fail(OpenError, QStringLiteral("Could not open the archive: it has no name"));
     const Utf8Locale locale;
     m_handle.reset(archive_read_new());
     if (!m_handle)
