@@ -31,6 +31,8 @@ private Q_SLOTS:
     void deepFoldersAreUnpacked();
     void skippedEntryMayHaveAnyName();
     void purgeOfAContainedUnpackDoesNotFollowLinksOut();
+    void purgeOfADestinationThatIsGoneDoesNothing();
+    void linksInACircleAreNotFollowed();
     void emptyNameIsAWriteError_data();
     void emptyNameIsAWriteError();
     void settingHoldsFromTheNextUnpackOn();
@@ -289,6 +291,32 @@ void ArchiveContainedTest::purgeOfAContainedUnpackDoesNotFollowLinksOut()
 
     QCOMPARE(TestFile::read(elsewhere.filePath(QStringLiteral("f"))), QByteArray("not ours"));
     QVERIFY(QFileInfo::exists(elsewhere.filePath(QStringLiteral("e"))));
+}
+
+void ArchiveContainedTest::purgeOfADestinationThatIsGoneDoesNothing()
+{
+    Unpacking unpacking(tar(RawTar().add("d/f", "data")));
+    unpacking.archive.setContained(true);
+    QVERIFY(unpacking.run());
+    const QString moved = unpacking.folder() + QLatin1String("-moved");
+    QVERIFY(QDir().rename(unpacking.folder(), moved));
+
+    unpacking.archive.purge();
+
+    QCOMPARE(TestFile::read(moved + QLatin1String("/d/f")), QByteArray("data"));
+}
+
+void ArchiveContainedTest::linksInACircleAreNotFollowed()
+{
+    Unpacking unpacking(tar(RawTar().add("one/f", "data")));
+    unpacking.archive.setContained(true);
+    QVERIFY(QDir().mkpath(unpacking.folder()));
+    QVERIFY(QFile::link(QStringLiteral("two"), unpacking.path(QStringLiteral("one"))));
+    QVERIFY(QFile::link(QStringLiteral("one"), unpacking.path(QStringLiteral("two"))));
+
+    QVERIFY(!unpacking.run());
+
+    QCOMPARE(unpacking.results(), QList<int> {4});
 }
 
 void ArchiveContainedTest::emptyNameIsAWriteError_data()
