@@ -16,6 +16,14 @@ fs::path toPath(const QString &text)
     return fs::path(text.toStdString());
 }
 
+// With the links followed in the part that exists; empty if they go in a circle.
+fs::path resolved(const fs::path &path)
+{
+    std::error_code error;
+    fs::path real = fs::weakly_canonical(path, error);
+    return error ? fs::path() : real;
+}
+
 // Not QDir's idea of it, for which ":/name" is absolute too.
 bool isAbsolute(const QString &path)
 {
@@ -33,6 +41,7 @@ QString absolute(const QString &folder)
 UnpackFolder::UnpackFolder(const QString &path, bool contained)
     : m_path(absolute(path))
     , m_contained(contained)
+    , m_plain(m_path.toStdString())
 { }
 
 bool UnpackFolder::create()
@@ -54,7 +63,7 @@ QString UnpackFolder::pathOf(const QString &name) const
     return isAbsolute(inside) ? inside : m_path + QLatin1Char('/') + inside;
 }
 
-bool UnpackFolder::holds(const QString &name) const
+bool UnpackFolder::holds(const QString &name)
 {
     return !m_contained || (normalised(name) && leadsInside(toPath(pathOf(name))));
 }
@@ -86,6 +95,7 @@ bool UnpackFolder::keep(TemporaryFile &file, const QString &name)
 
 void UnpackFolder::removeMade()
 {
+    m_plain = m_path.toStdString(); // links may have come since
     std::error_code ignored; // what cannot be removed stays, as promised
     for (const fs::path &file : m_files) {
         if (leadsInside(file.parent_path()) && !fs::is_directory(file, ignored))
@@ -131,21 +141,36 @@ std::optional<QString> UnpackFolder::normalised(const QString &name) const
     return parts.join(QLatin1Char('/'));
 }
 
-// Follows the links in the part of the path that exists. A link to nowhere counts as a missing
-// folder here; making that folder fails later, so nothing is written through the link.
-bool UnpackFolder::leadsInside(const fs::path &path) const
+// A link to nowhere counts as a missing folder here; making that folder fails later, so nothing is
+// written through the link.
+bool UnpackFolder::leadsInside(const fs::path &path)
 {
-    if (!m_contained)
+    if (!m_contained || passesNoLink(path.native()))
         return true;
-    std::error_code error;
-    const fs::path folder = fs::canonical(toPath(m_path), error);
-    if (error)
-        return false;
-    const fs::path target = fs::weakly_canonical(path, error);
-    if (error)
-        return false;
+    const fs::path folder = resolved(toPath(m_path));
+    const fs::path target = resolved(path);
     const auto end = std::mismatch(folder.begin(), folder.end(), target.begin(), target.end());
-    return end.first == folder.end();
+    return !folder.empty() && end.first == folder.end();
+}
+
+// Looks only at what the path has beyond the one before. From the top each time, an archive of
+// folders a thousand deep would take minutes.
+bool UnpackFolder::passesNoLink(const std::string &path)
+{
+    const auto differ = std::mismatch(path.begin(), path.end(), m_plain.begin(), m_plain.end());
+    size_t known = size_t(differ.first - path.begin());
+    const bool whole = known == path.size() || path[known] == '/';
+    if (!whole || (known < m_plain.size() && m_plain[known] != '/'))
+        known = path.rfind('/', known - 1); // a name that is not the same to its end
+
+    std::error_code ignored; // what is not there is no link
+    while (known < path.size()) {
+        known = std::min(path.find('/', known + 1), path.size());
+        if (fs::is_symlink(path.substr(0, known), ignored))
+            return false;
+    }
+    m_plain = path;
+    return true;
 }
 
 bool UnpackFolder::makePath(const QString &path)

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <optional>
 #include <QString>
+#include <string>
 #include <vector>
 
 class TemporaryFile;
@@ -35,7 +36,7 @@ public:
      * Whether the entry may be written: always, unless the folder is contained and the name is
      * absolute, climbs out by ".." or passes a link that leads out.
      */
-    bool holds(const QString &name) const;
+    bool holds(const QString &name);
 
     /** Makes the folder that a file entry lies in. */
     bool makeParentOf(const QString &name);
@@ -52,11 +53,13 @@ public:
 
 private:
     std::optional<QString> normalised(const QString &name) const;
-    bool leadsInside(const std::filesystem::path &path) const;
+    bool leadsInside(const std::filesystem::path &path);
+    bool passesNoLink(const std::string &path);
     bool makePath(const QString &path);
 
     QString m_path;
     bool m_contained;
+    std::string m_plain; // no link between the folder and this path in it, as far as it exists
     std::vector<std::filesystem::path> m_files;
     std::vector<std::filesystem::path> m_folders;
 };

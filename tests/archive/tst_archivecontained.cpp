@@ -29,6 +29,7 @@ private Q_SLOTS:
     void destinationItselfMayBeALink();
     void namesThatStayInsideAreResolved();
     void deepFoldersAreUnpacked();
+    void linkIsFoundWhateverWasLookedAtBefore();
     void skippedEntryMayHaveAnyName();
     void purgeOfAContainedUnpackDoesNotFollowLinksOut();
     void purgeOfADestinationThatIsGoneDoesNothing();
@@ -253,7 +254,7 @@ void ArchiveContainedTest::namesThatStayInsideAreResolved()
 
 void ArchiveContainedTest::deepFoldersAreUnpacked()
 {
-    const QString deep = QStringLiteral("folder/").repeated(100);
+    const QString deep = QStringLiteral("folder/").repeated(300);
     m_builder->addFile(deep + QLatin1Char('f'), "data");
     Unpacking unpacking(m_builder->make(QStringLiteral("a.pax")));
     unpacking.archive.setContained(true);
@@ -263,6 +264,24 @@ void ArchiveContainedTest::deepFoldersAreUnpacked()
     QCOMPARE(TestFile::read(unpacking.path(deep + QLatin1Char('f'))), QByteArray("data"));
     unpacking.archive.purge();
     QCOMPARE(unpacking.found(), QStringList());
+}
+
+void ArchiveContainedTest::linkIsFoundWhateverWasLookedAtBefore()
+{
+    // Names that begin alike, so that a part of them is known already when the link comes.
+    const QTemporaryDir elsewhere;
+    for (const char *before : {"abc/f", "a/f", "ab.d/f", "x"}) {
+        Unpacking unpacking(tar(RawTar().add(before, "data").add("ab/f", "data")));
+        unpacking.archive.setContained(true);
+        QVERIFY(QDir().mkpath(unpacking.folder()));
+        QVERIFY(QFile::link(elsewhere.path(), unpacking.path(QStringLiteral("ab"))));
+
+        QVERIFY(!unpacking.run());
+
+        QCOMPARE(unpacking.archive.getUnpackedFileList(),
+                 QStringList {QString::fromLatin1(before)});
+        QVERIFY(QDir(elsewhere.path()).isEmpty());
+    }
 }
 
 void ArchiveContainedTest::skippedEntryMayHaveAnyName()

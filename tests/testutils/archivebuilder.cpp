@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <vector>
 
 namespace {
 
@@ -112,11 +113,9 @@ QString ArchiveBuilder::write(const QString &name, const QByteArray &bytes)
 
 QByteArray ArchiveBuilder::noise(int size, quint32 seed)
 {
-    QRandomGenerator generator(seed);
-    QByteArray bytes(size, '\0');
-    for (char &byte : bytes)
-        byte = char(generator.bounded(256));
-    return bytes;
+    std::vector<quint32> words(size_t(size) / sizeof(quint32) + 1);
+    QRandomGenerator(seed).generate(words.begin(), words.end());
+    return QByteArray(reinterpret_cast<const char *>(words.data()), size);
 }
 
 void ArchiveBuilder::run(const QString &shellCommand)
