@@ -4,13 +4,26 @@
 #include "plugin/qtcompat.h"
 #include "plugin/vexaconstants.h"
 #include <QCoreApplication>
+#include <QFile>
 #include <QMutex>
+#include <sys/file.h>
 
 namespace {
 
 // Two, so that instance() can be called by whoever holds a Locker.
 QMutex useMutex;
 QMutex pointerMutex; // taken after useMutex
+
+// A program that is killed just when it has made its lock file leaves an empty one. It names no
+// owner, so Qt would wait for half a minute before it writes. A living owner holds a lock on it.
+void removeAbandonedLock(const QString &settingsFile)
+{
+    QFile file(settingsFile + QLatin1String(".lock"));
+    if (!file.exists() || file.size() > 0 || !file.open(QIODevice::ReadWrite))
+        return;
+    if (::flock(file.handle(), LOCK_EX | LOCK_NB) == 0 && file.size() == 0)
+        file.remove();
+}
 
 } // namespace
 
@@ -22,6 +35,7 @@ QSettings *VexaSettings::instance()
     if (!settings) {
         settings = new QSettings(VEXA_SETTINGS_FILE_NAME, VEXA_SETTINGS_FILE_NAME);
         VexaCompat::useUtf8(*settings);
+        removeAbandonedLock(settings->fileName());
         // QSettings posts itself an event to write later. Without a thread it never gets one, so
         // no event loop touches the object while another thread has it.
         settings->moveToThread(nullptr);

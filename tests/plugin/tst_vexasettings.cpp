@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QPointer>
 #include <QtTest>
+#include <sys/file.h>
 #include <thread>
 
 class VexaSettingsTest : public QObject
@@ -28,6 +29,8 @@ private Q_SLOTS:
     void readsWhatEitherQtWrote_data();
     void readsWhatEitherQtWrote();
     void losesOnlyTheBadLinesOfADamagedFile();
+    void removesTheEmptyLockOfAKilledRun();
+    void leavesALockThatSomebodyHolds();
 };
 
 namespace {
@@ -272,6 +275,39 @@ void VexaSettingsTest::losesOnlyTheBadLinesOfADamagedFile()
     settings->sync();
 
     QCOMPARE(readAll(settingsFile(home)), QByteArray("[General]\nfirst=1\nlast=2\nmore=3\n"));
+}
+
+void VexaSettingsTest::removesTheEmptyLockOfAKilledRun()
+{
+    const TemporaryHome home;
+    const QString lockFile = settingsFile(home) + QStringLiteral(".lock");
+    QVERIFY(QDir().mkpath(QFileInfo(lockFile).path()));
+    QFile lock(lockFile);
+    QVERIFY(lock.open(QIODevice::WriteOnly));
+    lock.close();
+
+    VexaSettings::instance();
+
+    QVERIFY(!lock.exists());
+}
+
+void VexaSettingsTest::leavesALockThatSomebodyHolds()
+{
+    const TemporaryHome home;
+    const QString lockFile = settingsFile(home) + QStringLiteral(".lock");
+    QVERIFY(QDir().mkpath(QFileInfo(lockFile).path()));
+    QFile lock(lockFile);
+    QVERIFY(lock.open(QIODevice::WriteOnly));
+    QCOMPARE(::flock(lock.handle(), LOCK_EX), 0);
+
+    VexaSettings::instance();
+    QVERIFY(lock.exists());
+    lock.write("4711\nan owner\n");
+    lock.close(); // which lets go of the lock
+    VexaSettings::destroy();
+    VexaSettings::instance();
+
+    QVERIFY(lock.exists());
 }
 
 QTEST_GUILESS_MAIN(VexaSettingsTest)
