@@ -17,3 +17,17 @@ target_link_libraries(vexa_steptest PUBLIC vexa_testutils ${CMAKE_DL_LIBS})
 vexa_add_test(download/shell LIBRARIES vexa_steptest)
 vexa_add_test(download/uncompress LIBRARIES vexa_steptest)
 vexa_add_test(download/move LIBRARIES vexa_steptest)
+
+# Loaded into programs without sanitizers too, so it gets no build settings.
+add_library(vexa_killpoints SHARED download/killpoints.cpp)
+set_target_properties(vexa_killpoints PROPERTIES AUTOMOC OFF)
+target_compile_options(vexa_killpoints PRIVATE -Wall -Wextra)
+target_link_libraries(vexa_killpoints PRIVATE ${CMAKE_DL_LIBS})
+add_executable(killchild download/killchild.cpp)
+vexa_build_settings(killchild)
+# First, so that the calls of all other libraries go through it.
+target_link_libraries(killchild PRIVATE
+    -Wl,--no-as-needed vexa_killpoints -Wl,--as-needed Vexa::Vexa)
+vexa_add_test(download/killchain LIBRARIES vexa_steptest TIMEOUT 900)
+target_compile_definitions(tst_killchain PRIVATE VEXA_KILLCHILD="$<TARGET_FILE:killchild>")
+add_dependencies(tst_killchain killchild)

@@ -1,0 +1,298 @@
+// SPDX-License-Identifier: MIT
+/*
+ * Names the calls of a program that change files (opening with O_CREAT or O_TRUNC, write, rename,
+ * unlink, mkdir, ftruncate and so on) and kills it with SIGKILL just ahead of a chosen one. The
+ * commands that the program starts with system() are watched with it: a kill in one of them takes
+ * both, as a power cut does. Three points belong to each command itself: ahead of it ("before"),
+ * left alone (the program is killed, the command begins a while later) and behind it.
+ *
+ * A point's name is the call and the last part of the path, as "rename vexa.conf"; parts that are
+ * there by chance are left out of it.
+ *
+ * A program links this library ahead of all others; its commands get it by LD_PRELOAD. No Qt and no
+ * sanitizer in here, because it is loaded into programs that have neither. Orders come from the
+ * environment:
+ *
+ *   VEXA_KILL_STATE  a file of at least 8 bytes, zero at the beginning: how often the name came
+ *   VEXA_KILL_NAME   the name of the point
+ *   VEXA_KILL_AT     1 for the first point of that name, 0 for none
+ *   VEXA_KILL_LOG    optional, gets a line with the name of each point
+ *   VEXA_KILL_MAIN   set in commands: the program to take along
+ */
+#include <atomic>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <string>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#define EXPORTED extern "C" __attribute__((visibility("default")))
+
+namespace {
+
+std::atomic<long> *count = nullptr;
+long killAt = 0;
+long mainProgram = 0;
+const char *killName = "";
+int logFile = -1;
+
+// By system calls of its own, which are not counted.
+__attribute__((constructor)) void takeOrders()
+{
+    const char *state = getenv("VEXA_KILL_STATE");
+    if (!state)
+        return;
+    const int file = int(syscall(SYS_openat, AT_FDCWD, state, O_RDWR | O_CLOEXEC, 0));
+    void *memory = mmap(nullptr, sizeof(*count), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    if (memory == MAP_FAILED)
+        abort();
+    if (const char *point = getenv("VEXA_KILL_AT"))
+        killAt = atol(point);
+    if (const char *name = getenv("VEXA_KILL_NAME"))
+        killName = strdup(name);
+    if (const char *program = getenv("VEXA_KILL_MAIN"))
+        mainProgram = atol(program);
+    if (const char *log = getenv("VEXA_KILL_LOG"))
+        logFile = int(
+            syscall(SYS_openat, AT_FDCWD, log, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+    count = static_cast<std::atomic<long> *>(memory);
+}
+
+std::string nameOf(const char *function, const char *what)
+{
+    std::string file(what ? what : "");
+    file.erase(0, file.rfind('/') + 1);
+    if (file.rfind('#', 0) == 0)
+        file = "(nameless)";
+    for (const char *temporary : {"vexa-maps.", "vexa.conf."}) {
+        if (file.rfind(temporary, 0) == 0 && file.size() == strlen(temporary) + 6)
+            file = std::string(temporary) + "XXXXXX";
+    }
+    return std::string(mainProgram ? "command-" : "") + function + ' ' + file;
+}
+
+bool isPoint(const std::string &name)
+{
+    if (logFile >= 0) {
+        const std::string line = name + '\n';
+        syscall(SYS_write, logFile, line.data(), line.size());
+    }
+    return name == killName && ++*count == killAt;
+}
+
+void die()
+{
+    if (mainProgram)
+        syscall(SYS_kill, mainProgram, SIGKILL);
+    syscall(SYS_kill, getpid(), SIGKILL);
+    pause();
+}
+
+void point(const char *function, const char *what)
+{
+    if (count && isPoint(nameOf(function, what)))
+        die();
+}
+
+bool isFile(int file)
+{
+    struct stat about = {};
+    return fstat(file, &about) == 0 && S_ISREG(about.st_mode);
+}
+
+void filePoint(const char *function, int file)
+{
+    if (!count || !isFile(file))
+        return;
+    char link[40];
+    char name[4096] = {};
+    snprintf(link, sizeof link, "/proc/self/fd/%d", file);
+    const ssize_t length = readlink(link, name, sizeof name - 1);
+    point(function, length > 0 ? name : "");
+}
+
+bool changes(int flags)
+{
+    return (flags & (O_CREAT | O_TRUNC)) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+}
+
+template <typename Function> Function next(Function, const char *name)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+#define NEXT(function) next(&function, #function)
+
+#define OPEN(function)                                                                             \
+    EXPORTED int function(const char *path, int flags, ...)                                        \
+    {                                                                                              \
+        va_list arguments;                                                                         \
+        va_start(arguments, flags);                                                                \
+        const mode_t mode = va_arg(arguments, mode_t);                                             \
+        va_end(arguments);                                                                         \
+        if (changes(flags))                                                                        \
+            point("open", path);                                                                   \
+        return NEXT(function)(path, flags, mode);                                                  \
+    }
+OPEN(open)
+OPEN(open64)
+
+#define OPENAT(function)                                                                           \
+    EXPORTED int function(int folder, const char *path, int flags, ...)                            \
+    {                                                                                              \
+        va_list arguments;                                                                         \
+        va_start(arguments, flags);                                                                \
+        const mode_t mode = va_arg(arguments, mode_t);                                             \
+        va_end(arguments);                                                                         \
+        if (changes(flags))                                                                        \
+            point("open", path);                                                                   \
+        return NEXT(function)(folder, path, flags, mode);                                          \
+    }
+OPENAT(openat)
+OPENAT(openat64)
+
+EXPORTED ssize_t write(int file, const void *bytes, size_t size)
+{
+    filePoint("write", file);
+    return NEXT(write)(file, bytes, size);
+}
+
+EXPORTED ssize_t writev(int file, const iovec *pieces, int number)
+{
+    filePoint("write", file);
+    return NEXT(writev)(file, pieces, number);
+}
+
+EXPORTED ssize_t copy_file_range(int from, off64_t *fromAt, int to, off64_t *toAt, size_t size,
+                                 unsigned flags)
+{
+    filePoint("write", to);
+    return NEXT(copy_file_range)(from, fromAt, to, toAt, size, flags);
+}
+
+EXPORTED int rename(const char *from, const char *to) noexcept
+{
+    point("rename", to);
+    return NEXT(rename)(from, to);
+}
+
+EXPORTED int renameat(int fromFolder, const char *from, int toFolder, const char *to) noexcept
+{
+    point("rename", to);
+    return NEXT(renameat)(fromFolder, from, toFolder, to);
+}
+
+EXPORTED int renameat2(int fromFolder, const char *from, int toFolder, const char *to,
+                       unsigned flags) noexcept
+{
+    point("rename", to);
+    return NEXT(renameat2)(fromFolder, from, toFolder, to, flags);
+}
+
+EXPORTED int link(const char *from, const char *to) noexcept
+{
+    point("link", to);
+    return NEXT(link)(from, to);
+}
+
+EXPORTED int linkat(int fromFolder, const char *from, int toFolder, const char *to,
+                    int flags) noexcept
+{
+    point("link", to);
+    return NEXT(linkat)(fromFolder, from, toFolder, to, flags);
+}
+
+EXPORTED int unlink(const char *path) noexcept
+{
+    point("unlink", path);
+    return NEXT(unlink)(path);
+}
+
+EXPORTED int unlinkat(int folder, const char *path, int flags) noexcept
+{
+    point("unlink", path);
+    return NEXT(unlinkat)(folder, path, flags);
+}
+
+EXPORTED int remove(const char *path) noexcept
+{
+    point("unlink", path);
+    return NEXT(remove)(path);
+}
+
+EXPORTED int rmdir(const char *path) noexcept
+{
+    point("rmdir", path);
+    return NEXT(rmdir)(path);
+}
+
+EXPORTED int mkdir(const char *path, mode_t mode) noexcept
+{
+    point("mkdir", path);
+    return NEXT(mkdir)(path, mode);
+}
+
+EXPORTED int mkdirat(int folder, const char *path, mode_t mode) noexcept
+{
+    point("mkdir", path);
+    return NEXT(mkdirat)(folder, path, mode);
+}
+
+EXPORTED int ftruncate(int file, off_t size) noexcept
+{
+    filePoint("truncate", file);
+    return NEXT(ftruncate)(file, size);
+}
+
+EXPORTED int ftruncate64(int file, off64_t size) noexcept
+{
+    filePoint("truncate", file);
+    return NEXT(ftruncate64)(file, size);
+}
+
+namespace {
+
+// Begins when the next start of the program is well under way.
+void leaveAlone(const char *command)
+{
+    if (fork() == 0) {
+        const std::string late = std::string("exec >/dev/null 2>&1; sleep 0.3; ") + command;
+        execl("/bin/sh", "sh", "-c", late.c_str(), nullptr);
+        _exit(127);
+    }
+}
+
+std::string counted(const char *command)
+{
+    Dl_info self = {};
+    dladdr(reinterpret_cast<void *>(&leaveAlone), &self);
+    return std::string("LD_PRELOAD='") + self.dli_fname
+        + "' VEXA_KILL_MAIN=" + std::to_string(getpid()) + ' ' + command;
+}
+
+} // namespace
+
+EXPORTED int system(const char *command)
+{
+    if (!command || !count)
+        return NEXT(system)(command);
+    const std::string program(command, strcspn(command, " "));
+    point("before", program.c_str());
+    if (isPoint(nameOf("alone", program.c_str()))) {
+        leaveAlone(command);
+        die();
+    }
+    const int result = NEXT(system)(counted(command).c_str());
+    point("behind", program.c_str());
+    return result;
+}
