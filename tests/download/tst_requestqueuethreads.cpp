@@ -15,6 +15,15 @@ QString sleepLine()
     return QStringLiteral("[TRACE] Queue empty. Sleeping ...");
 }
 
+// What happens just before the waiter takes the lock to sleep: the line is logged there.
+std::function<void()> beforeTheSleep;
+
+void actOnSleepLine(QtMsgType, const QMessageLogContext &, const QString &text)
+{
+    if (beforeTheSleep && text.contains(QLatin1String("Queue empty. Sleeping ...")))
+        std::exchange(beforeTheSleep, nullptr)();
+}
+
 } // namespace
 
 class RequestQueueThreadsTest : public QObject
@@ -32,6 +41,8 @@ private Q_SLOTS:
     void twoConsumersShareEverythingOnce();
     void itemRemovedBeforeItIsTakenIsWaitedOver();
     void changeOfTheListItselfIsNoticed();
+    void wakeUpBetweenTestAndSleepIsNotMissed_data();
+    void wakeUpBetweenTestAndSleepIsNotMissed();
     void tightHandOversLoseNoWakeUp();
     void stopIsNeverMissed();
     void producersAndConsumerAgreeWithTheFile();
@@ -220,6 +231,36 @@ void RequestQueueThreadsTest::changeOfTheListItselfIsNoticed()
 
     QVERIFY(consumer.ends());
     QCOMPARE(got.id, QStringLiteral("b"));
+}
+
+void RequestQueueThreadsTest::wakeUpBetweenTestAndSleepIsNotMissed_data()
+{
+    QTest::addColumn<bool>("byStop");
+    QTest::newRow("of an item") << false;
+    QTest::newRow("of the stop") << true;
+}
+
+void RequestQueueThreadsTest::wakeUpBetweenTestAndSleepIsNotMissed()
+{
+    QFETCH(bool, byStop);
+    const TemporaryHome home;
+    const LogCatcher levelAndHandlerGuard(L::Trace);
+    Queue queue(nullptr);
+    beforeTheSleep = [&] {
+        if (byStop)
+            queue.stop();
+        else
+            queue.enqueue(someRequest(QStringLiteral("a")));
+    };
+    qInstallMessageHandler(actOnSleepLine);
+    Request got = someRequest(QStringLiteral("b"));
+    Background consumer([&] { got = queue.head(); });
+
+    const bool woke = consumer.ends();
+
+    queue.stop(); // a waiter that missed it must not outlive the test
+    QVERIFY(woke);
+    QCOMPARE(got.id, byStop ? QString() : QStringLiteral("a"));
 }
 
 void RequestQueueThreadsTest::tightHandOversLoseNoWakeUp()
