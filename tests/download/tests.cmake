@@ -8,6 +8,11 @@ vexa_add_test(download/download)
 vexa_add_test(download/requestqueue)
 vexa_add_test(download/requestqueuethreads)
 vexa_add_test(download/requestqueuerestore)
+vexa_add_test(download/worker)
+vexa_add_test(download/workerend)
+vexa_add_test(download/downloadmanageriface)
+vexa_add_test(download/downloadmanagerifacemeta)
+vexa_add_test(download/downloadmanagerifaceqml)
 
 add_library(vexa_steptest STATIC
     download/fakesystem.cpp download/fakesystem.h
