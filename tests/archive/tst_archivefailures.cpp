@@ -47,6 +47,7 @@ private Q_SLOTS:
     void init();
     void archiveThatCannotBeOpenedFinishesTwice_data();
     void archiveThatCannotBeOpenedFinishesTwice();
+    void archiveWithoutANameIsNotReadFromTheStandardInput();
     void textOfSingleWordsIsTakenForAnArchiveAndRefused();
     void cutArchiveFailsBeforeAnythingIsUnpacked_data();
     void cutArchiveFailsBeforeAnythingIsUnpacked();
@@ -113,6 +114,17 @@ void ArchiveFailuresTest::archiveThatCannotBeOpenedFinishesTwice()
         unpacking.archive.errorString().startsWith(QLatin1String("Could not open the archive: ")));
     QVERIFY(unpacking.archive.errorString().size() > 30); // the library's words follow
     QCOMPARE(unpacking.found(), QStringList());
+}
+
+void ArchiveFailuresTest::archiveWithoutANameIsNotReadFromTheStandardInput()
+{
+    Unpacking unpacking {QString()};
+
+    QVERIFY(!unpacking.run());
+
+    QCOMPARE(unpacking.results(), (QList<int> {1, 1}));
+    QCOMPARE(unpacking.archive.errorString(),
+             QStringLiteral("Could not open the archive: it has no name"));
 }
 
 void ArchiveFailuresTest::textOfSingleWordsIsTakenForAnArchiveAndRefused()

@@ -12,6 +12,7 @@
 
 namespace {
 
+// Of the thread that asks for them: the watchdog of Qt Test closes files as well.
 struct Faults
 {
     int openToFail = 0; // the archive's n-th opening
@@ -20,7 +21,8 @@ struct Faults
     int renameError = 0;
     bool closeFails = false; // of the file that is being unpacked
     bool noHandle = false;
-} faults;
+};
+thread_local Faults faults;
 
 template <typename Function> Function *real(const char *name)
 {
