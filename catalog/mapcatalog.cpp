@@ -198,6 +198,11 @@ void MapCatalog::loadAvailable()
         if (!self)
             return;
     }
+    // They came in the catalogue's order.
+    std::sort(m_installedRegions.begin(), m_installedRegions.end(),
+              [this](const MapRegion *a, const MapRegion *b) {
+                  return m_wasInstalled.value(a->id()).place < m_wasInstalled.value(b->id()).place;
+              });
     m_wasInstalled.clear();
 
     applyRegionNames(folder);
@@ -217,12 +222,7 @@ void MapCatalog::makeAvailable(MapRegion *region)
     // A later region of the same id takes the place of the earlier one.
     if (sameId)
         m_installedRegions.removeOne(sameId);
-    const auto isBefore = [this](const MapRegion *other, int place) {
-        return m_wasInstalled.value(other->id()).place < place;
-    };
-    const auto next = std::lower_bound(m_installedRegions.begin(), m_installedRegions.end(),
-                                       was->place, isBefore);
-    m_installedRegions.insert(next, region);
+    m_installedRegions.append(region);
 
     const Self self(this);
     const QStringList fileList = was->fileList;
