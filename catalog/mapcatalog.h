@@ -188,6 +188,7 @@ private:
     bool deleteReplacedFiles(const QString &id, const QStringList &fileList, quint64 change);
     bool deleteUnsharedFiles(const QString &id, quint64 change);
     QSet<QString> filesOfOthers(const QString &id) const;
+    QSet<QString> filesToCome() const;
     bool markNotInstalled(const QString &id, quint64 change);
     bool markInstalled(const QString &id, const QStringList &fileList, quint64 change);
     bool isLatestChange(const QString &id, quint64 change) const;
@@ -224,6 +225,7 @@ private:
     QList<Call> m_remembered;
     QHash<QString, WasInstalled> m_wasInstalled; // by id; filled while a load runs
     QHash<QString, quint64> m_changeOf; // by id; the number of the region's latest change
+    QSet<QString> m_uninstalling; // ids of the regions whose files are being deleted
     quint64 m_installedRevision = 0; // changes with what the installed regions list
 };
 

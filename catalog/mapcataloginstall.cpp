@@ -200,9 +200,14 @@ void MapCatalog::uninstall(const QString &id)
     const MapRegion *region = m_regionIndex.value(id);
     if (!region || !region->installed())
         return;
+    const Self self(this);
     const Paths target = paths();
     const quint64 change = ++m_changeOf[id];
-    if (deleteUnsharedFiles(id, change) && markNotInstalled(id, change))
+    m_uninstalling.insert(id);
+    const bool isDeleted = deleteUnsharedFiles(id, change);
+    if (self)
+        m_uninstalling.remove(id);
+    if (isDeleted && markNotInstalled(id, change))
         writeContent(target);
 }
 
@@ -213,7 +218,7 @@ bool MapCatalog::deleteReplacedFiles(const QString &id, const QStringList &fileL
     const Self self(this);
     const QString tileCache = m_tileCacheFolderPath;
     const QLatin1String caller("(addInstalledRegion)");
-    QSet<QString> newFiles;
+    QSet<QString> newFiles = filesToCome();
     for (const QString &entry : fileList)
         newFiles.insert(TileFile::normalized(entry));
 
@@ -270,12 +275,24 @@ bool MapCatalog::deleteUnsharedFiles(const QString &id, quint64 change)
 // miss that a region installed in this session spells a file otherwise than one that was loaded.
 QSet<QString> MapCatalog::filesOfOthers(const QString &id) const
 {
-    QSet<QString> files;
+    QSet<QString> files = filesToCome();
     for (const MapRegion *region : m_installedRegions) {
-        if (region->id() == id)
+        // What two deletions, one inside the other, share must not be left over.
+        if (region->id() == id || m_uninstalling.contains(region->id()))
             continue;
         const QStringList entries = region->fileList();
         for (const QString &entry : entries)
+            files.insert(TileFile::normalized(entry));
+    }
+    return files;
+}
+
+// The files of installations that wait for this change are on the disk already.
+QSet<QString> MapCatalog::filesToCome() const
+{
+    QSet<QString> files;
+    for (const Call &call : m_remembered) {
+        for (const QString &entry : call.fileList)
             files.insert(TileFile::normalized(entry));
     }
     return files;
