@@ -170,11 +170,15 @@ private:
     void beginAttempt();
     bool endsWithoutRequest();
     void sendRequest();
+    void guardAgainstRepeat();
     void checkBody();
     void takeChunk();
     void endAttempt();
     void judgeWhole();
     bool isAllThere() const;
+    bool isCutShort() const;
+    bool hasGrown() const;
+    void failCutShort();
     void finishDownload();
     void finishTransfer();
     void failTransfer(int errorCode);

@@ -4,6 +4,7 @@
 
 #include "download/downloadmanager_p.h"
 #include "download/httpanswer_p.h"
+#include "plugin/vexaconstants.h"
 #include "plugin/vexasettings.h"
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -75,8 +76,8 @@ void DownloadManager::doDownloadError(QNetworkReply::NetworkError code)
     d->requestDone = true;
 }
 
-// The reply ended without an error, which Qt also says of a body that was cut where nothing told
-// its length.
+// The reply ended without an error. Qt says so of a body that was cut where nothing told its
+// length, and now and then where something did.
 void DownloadManager::judgeWhole()
 {
     checkBody();
@@ -89,14 +90,37 @@ void DownloadManager::judgeWhole()
     if (d->bodyIgnored) {
         L::og()->error(QLatin1String("Failed: status ") + QString::number(httpStatus(*d->reply)));
         failTransfer(DownloadFailed);
-    } else if (total <= 0 || download.bytesReceived == total) {
-        finishDownload();
-    } else if (download.bytesReceived < total && d->attemptGrew) {
-        d->trace(QStringLiteral("The reply was cut short. Asking for the rest..."));
-    } else {
-        L::og()->error(QStringLiteral("Failed: the file is not as long as the server said"));
+    } else if (isCutShort() || (total > 0 && download.bytesReceived < total)) {
+        if (hasGrown())
+            d->trace(QStringLiteral("The reply was cut short. Asking for the rest..."));
+        else
+            failCutShort();
+    } else if (total > 0 && download.bytesReceived > total) {
+        L::og()->error(QStringLiteral("Failed: the file is longer than the server said"));
         failTransfer(ContentRefused);
+    } else {
+        finishDownload();
     }
+}
+
+bool DownloadManager::isCutShort() const
+{
+    bool isKnown = false;
+    const qint64 length = httpHeader(*d->reply, HTTP_CONTENT_LENGTH_TOKEN).toLongLong(&isKnown);
+    return isKnown && d->replyBytes < length;
+}
+
+// Whether another attempt would begin further on than this one did. A server that starts anew each
+// time and never comes to the end would else be asked for ever.
+bool DownloadManager::hasGrown() const
+{
+    return d->download.bytesReceived > d->rangeStart;
+}
+
+void DownloadManager::failCutShort()
+{
+    L::og()->error(QStringLiteral("Failed: the server ends the connection too early"));
+    failTransfer(DownloadFailed);
 }
 
 // A request behind the last byte is refused; that is no failure if the file ends just there, as an

@@ -135,7 +135,9 @@ bool DownloadManager::openSaveFile()
 bool DownloadManager::fitSaveFile()
 {
     Download &download = d->download;
-    const bool tooMuch = download.bytesTotal > 0 && download.bytesReceived > download.bytesTotal;
+    // Of type 0 the total is only what one answer brought.
+    const bool tooMuch = download.downloadType == 1 && download.bytesTotal > 0
+        && download.bytesReceived > download.bytesTotal;
     if (download.bytesReceived < 0 || tooMuch)
         download.bytesReceived = 0;
     if (!d->saveFile.cutTo(download.bytesReceived)) {
@@ -192,7 +194,7 @@ void DownloadManager::transfer()
 void DownloadManager::beginAttempt()
 {
     d->current.state = StateNew;
-    if (d->download.bytesTotal > 0)
+    if (d->download.downloadType == 1 && d->download.bytesTotal > 0)
         d->knownTotal = d->download.bytesTotal;
     d->testAnswered = false;
     d->attemptOver = false;
@@ -200,7 +202,6 @@ void DownloadManager::beginAttempt()
     d->finishedSeen = false;
     d->bodyChecked = false;
     d->bodyIgnored = false;
-    d->attemptGrew = false;
     d->writeFailed = false;
     d->replyBytes = 0;
 }
@@ -241,6 +242,7 @@ void DownloadManager::sendRequest()
     if (d->current.type != TestDownloadRequest)
         reply->setReadBufferSize(ReplyBuffer);
     connect(reply, &QNetworkReply::downloadProgress, this, &DownloadManager::doDownloadProgress);
+    connect(reply, &QNetworkReply::metaDataChanged, this, [this] { guardAgainstRepeat(); });
     connect(reply, &QNetworkReply::finished, this, &DownloadManager::doDownloadFinished);
     connect(reply, &QNetworkReply::readyRead, this, &DownloadManager::doDownloadReadyRead);
     connect(reply, &QNetworkReply::errorOccurred, this, &DownloadManager::doDownloadError);
@@ -270,6 +272,21 @@ void DownloadManager::doDownloadReadyRead()
     if (d->reply->bytesAvailable() >= ChunkSize || !d->chunkClock.isValid()
         || d->chunkClock.elapsed() >= WaitStep)
         takeChunk();
+}
+
+// Qt repeats a request by itself when the connection ends at a certain moment, and hands the body
+// of the second answer out behind what had come of the first.
+void DownloadManager::guardAgainstRepeat()
+{
+    if (d->current.type == TestDownloadRequest || d->attemptOver || d->current.state != StateNew
+        || (d->replyBytes == 0 && d->reply->bytesAvailable() == 0))
+        return;
+    d->trace(QStringLiteral("The request was repeated on the way. Asking for the rest..."));
+    if (d->bodyChecked)
+        takeChunk(); // still the first answer's
+    if (!hasGrown())
+        failCutShort();
+    endAttempt();
 }
 
 // Judges the reply's header, once; what comes after it is the file's bytes or nothing.
@@ -329,7 +346,6 @@ void DownloadManager::takeChunk()
         endAttempt();
         return;
     }
-    d->attemptGrew = true;
     d->download.bytesReceived += chunk.size();
     d->chunkClock.start();
     const VexaSettings::Locker settings;

@@ -64,7 +64,6 @@ public:
     bool finishedSeen = false; // the reply has been judged
     bool bodyChecked = false; // the reply's header has been judged
     bool bodyIgnored = false; // its body is not the file
-    bool attemptGrew = false; // this attempt brought bytes
     bool attemptOver = false; // nothing of the reply is wanted any more
     bool writeFailed = false; // the save file could not take the last chunk
     bool unfinished = false; // the record belongs to a request that stayed queued in this run
