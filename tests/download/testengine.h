@@ -7,7 +7,10 @@
 #include "download/worker.h"
 #include "plugin/vexasettings.h"
 #include <memory>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QStringList>
 #include <QTest>
@@ -39,9 +42,14 @@ public:
     /** Starts the thread; nothing is fetched yet. */
     void startOffline()
     {
-        QSignalSpy ready(worker.get(), &Worker::engineReady);
+        // No spy: the signal comes in the worker thread, and a spy must hear it in its own.
+        QSemaphore ready;
+        const auto connection = QObject::connect(
+            worker.get(), &Worker::engineReady, worker.get(), [&ready] { ready.release(); },
+            Qt::DirectConnection);
         worker->start();
-        QTRY_VERIFY_WITH_TIMEOUT(!ready.isEmpty(), 60000);
+        ready.acquire();
+        QObject::disconnect(connection);
     }
     void goOnline()
     {
