@@ -40,6 +40,7 @@ public:
         DataSetLock lock;
         if (const int code = takeLock(&lock, context))
             return code;
+        SavedQueue::removeBrokenLock();
         InstallJournal journal(InstallJournal::defaultPath());
         const QStringList given = parser.positionalArguments();
         const QStringList ids = given.isEmpty() ? journal.ids() : given;

@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <memory>
 #include <QCoreApplication>
-#include <QLockFile>
 #include <QString>
 
 /**
  * Keeps a second program from running the engine on the same data: one lock for the data root,
- * one for the home folder with the engine's queue. A lock that a killed program left is taken over.
+ * one for the home folder with the engine's queue.
+ *
+ * The kernel holds the locks (open file description locks on two files that stay), so a killed
+ * program leaves none behind, at whatever moment it died. The engine's shell commands inherit
+ * them on purpose: a copy that outlives its killed program still writes, and the next program
+ * waits for its end.
  *
  * Whoever starts a Worker or changes the catalogue holds one; readers need none.
  */
@@ -18,9 +21,13 @@ class DataSetLock
 
 public:
     DataSetLock() = default;
+    ~DataSetLock();
     Q_DISABLE_COPY(DataSetLock)
 
-    /** Returns whether both locks are ours now; errorString() tells why not. Does not wait. */
+    /**
+     * Returns whether both locks are ours now; errorString() tells why not. Does not wait for
+     * another program, only, for at most a minute, for what a killed one left running.
+     */
     bool tryLock();
     QString errorString() const;
     /** Whether it failed because another program holds one. */
@@ -32,10 +39,10 @@ public:
 private:
     static QString rootLockPath();
     static QString homeLockPath();
-    std::unique_ptr<QLockFile> take(const QString &path);
+    int take(const QString &path);
 
-    std::unique_ptr<QLockFile> m_root;
-    std::unique_ptr<QLockFile> m_home;
+    int m_root = -1; // descriptors of the lock files; the locks last as long as they are open
+    int m_home = -1;
     QString m_errorString;
     bool m_heldByOther = false;
 };

@@ -29,6 +29,7 @@ EngineSession::~EngineSession()
 
 void EngineSession::start()
 {
+    SavedQueue::removeBrokenLock();
     // Half a refresh is of no use: the next one asks for the version anew.
     SavedQueue::removeIf(
         [](const Request &request) { return CatalogRefresher::isOurs(request.id); });

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace {
 
@@ -101,6 +102,14 @@ bool SavedQueue::pausedByUser()
     const VexaSettings::Locker settings;
     settings->sync();
     return settings->value(QStringLiteral("isSuspended"), false).toBool();
+}
+
+void SavedQueue::removeBrokenLock()
+{
+    const VexaSettings::Locker settings;
+    const QString path = settings->fileName() + QLatin1String(".lock");
+    if (QFileInfo(path).isFile() && QFileInfo(path).size() == 0)
+        QFile::remove(path); // If it fails, Qt waits.
 }
 
 qint64 SavedQueue::bytesReceived()

@@ -28,6 +28,13 @@ int removeIf(const std::function<bool(const Request &)> &unwanted);
 /** Whether the user had paused the engine when it last ran. */
 bool pausedByUser();
 
+/**
+ * Removes the lock of the settings file if a killed program left it without its process id: Qt
+ * cannot tell whose such a lock is, and would wait for half a minute. To be called by whoever
+ * holds the DataSetLock, before a worker starts.
+ */
+void removeBrokenLock();
+
 /** Bytes of the transfer in progress that are there. */
 qint64 bytesReceived();
 

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "testcontent.h"
+#include "testutils/childprogram.h"
+#include "testutils/nginxserver.h"
+#include <memory>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/** What one run of the program came to. */
+struct ProgramRun
+{
+    int code = -1;
+    QByteArray out;
+    QByteArray err;
+
+    QJsonArray array() const { return QJsonDocument::fromJson(out).array(); }
+    QJsonObject object() const { return QJsonDocument::fromJson(out).object(); }
+};
+
+/** The real program on a data folder of its own, with a real server that it may ask. */
+class MapsProgram
+{
+public:
+    MapsProgram()
+        : content(server.folder() + QLatin1String("/map5"))
+        , baseUri(server.url("/map5/"))
+    { }
+
+    /** The command with the shared options in front. */
+    QStringList arguments(const QStringList &command) const
+    {
+        return QStringList {QStringLiteral("--data-dir"), dataFolder(),
+                            QStringLiteral("--base-uri"), baseUri}
+        + command;
+    }
+    std::unique_ptr<ChildProgram> start(const QStringList &command) const
+    {
+        return startRaw(arguments(command));
+    }
+    std::unique_ptr<ChildProgram> startRaw(const QStringList &arguments) const
+    {
+        return std::make_unique<ChildProgram>(QStringLiteral(VEXA_MAPS_PROGRAM), arguments,
+                                              environment());
+    }
+    ProgramRun run(const QStringList &command) const { return runRaw(arguments(command)); }
+    ProgramRun runRaw(const QStringList &arguments) const
+    {
+        const auto child = startRaw(arguments);
+        ProgramRun result;
+        result.code = child->waitForFinished();
+        result.out = child->output();
+        result.err = child->errorOutput();
+        return result;
+    }
+    /** A home of its own too, so that a run without a data folder touches nobody's. */
+    QProcessEnvironment environment() const
+    {
+        QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+        result.insert(QStringLiteral("HOME"), m_dir.filePath(QStringLiteral("home")));
+        result.insert(QStringLiteral("XDG_CONFIG_HOME"),
+                      m_dir.filePath(QStringLiteral("home/.config")));
+        result.remove(QStringLiteral("VEXA_MYDOCS"));
+        return result;
+    }
+
+    QString dataFolder() const { return m_dir.filePath(QStringLiteral("data")); }
+    QString homeFolder() const { return dataFolder() + QLatin1String("/.vexa-home"); }
+    QString tileFolder() const { return dataFolder() + QLatin1String("/cities/diskcache"); }
+    QString catalogFolder() const { return dataFolder() + QLatin1String("/cities/Tessarin"); }
+    QString engineFolder() const { return homeFolder() + QLatin1String("/MyDocs/.vexa"); }
+    QString downloadFolder() const { return engineFolder() + QLatin1String("/tmp"); }
+    QString tileDifference(const Tiles &tiles) const { return differenceOf(tileFolder(), tiles); }
+    QString scratchPath(const QString &name) const { return m_dir.filePath(name); }
+
+    /** Ids that the program says are installed. */
+    QStringList installedIds() const
+    {
+        QStringList ids;
+        const QJsonArray regions =
+            run({QStringLiteral("list"), QStringLiteral("--installed"), QStringLiteral("--json")})
+                .array();
+        for (const QJsonValue &region : regions)
+            ids.append(region.toObject().value(QLatin1String("id")).toString());
+        ids.sort();
+        return ids;
+    }
+
+    NginxServer server;
+    TestContent content;
+    QString baseUri;
+
+private:
+    QTemporaryDir m_dir;
+};

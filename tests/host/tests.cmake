@@ -1,0 +1,17 @@
+# SPDX-License-Identifier: MIT
+if(NOT VEXA_BUILD_HOST)
+    return()
+endif()
+add_library(vexa_hosttest STATIC
+    host/installerrig.h
+    host/mapsprogram.h
+    host/testcontent.cpp host/testcontent.h)
+vexa_build_settings(vexa_hosttest)
+target_include_directories(vexa_hosttest PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/host")
+target_link_libraries(vexa_hosttest PUBLIC vexa_host vexa_testutils)
+target_compile_definitions(vexa_hosttest PUBLIC VEXA_MAPS_PROGRAM="$<TARGET_FILE:vexa-maps>")
+add_dependencies(vexa_hosttest vexa-maps)
+
+vexa_add_test(host/regioninstaller LIBRARIES vexa_hosttest)
+vexa_add_test(host/cli LIBRARIES vexa_hosttest)
+vexa_add_test(host/clikill LIBRARIES vexa_hosttest TIMEOUT 400)
