@@ -11,7 +11,7 @@ namespace {
 
 const QString Fi = QStringLiteral("FI");
 const QString Se = QStringLiteral("SE");
-constexpr int TileCount = 120;
+constexpr int TileCount = 64;
 
 Tiles manyTiles(const char *region, const char *version = "")
 {
