@@ -78,7 +78,6 @@ private Q_SLOTS:
     void tellsTheEndOnceThoughASuspensionCameWithIt();
     void countsNothingThatCouldNotBeWritten();
     void keepsItsMemorySmallWhenTheServerIsFast();
-    void waitsForTheServerWithoutWork();
 
 private:
     std::unique_ptr<TemporaryHome> m_home;
@@ -480,28 +479,6 @@ void HttpResumeTest::keepsItsMemorySmallWhenTheServerIsFast()
     QVERIFY(peakMemoryOf(child) > 0);
     QVERIFY2(peakMemoryOf(child) < LimitKiB, child.output().constData());
     QVERIFY(isGenerated(TestEngine::saveFile(url), 1, Size));
-}
-
-void HttpResumeTest::waitsForTheServerWithoutWork()
-{
-    Server server;
-    server.add("/a", bytes(FileSize), Server::StallAfter(1000));
-    const LogCatcher log(L::Trace);
-    TestEngine engine;
-    engine.start();
-    engine.download(server.url("/a"));
-    EVENTUALLY(savedRecord().bytesReceived == 1000);
-
-    const std::clock_t before = std::clock();
-    QTest::qWait(500);
-    const double seconds = double(std::clock() - before) / CLOCKS_PER_SEC;
-
-    QVERIFY2(seconds < 0.25, "the wait should sleep");
-    QElapsedTimer clock;
-    clock.start();
-    engine.worker->suspend();
-    EVENTUALLY(log.contains(line("Download is suspended")));
-    QVERIFY2(clock.elapsed() < 2000, "the flag should be seen soon");
 }
 
 int main(int argc, char **argv)
