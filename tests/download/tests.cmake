@@ -2,6 +2,7 @@
 vexa_add_test(download/httpanswer)
 vexa_add_test(download/savefile)
 vexa_add_test(download/suspension)
+vexa_add_test(download/httplimits)
 vexa_add_test(download/httpfaults)
 vexa_add_test(download/httptimeout)
 vexa_add_test(download/httpcancel)

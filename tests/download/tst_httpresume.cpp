@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "download/enginechild.h"
-#include "download/filesizelimit.h"
 #include "download/settingsfile.h"
 #include "download/testengine.h"
 #include "testutils/httptestserver.h"
@@ -76,8 +75,6 @@ private Q_SLOTS:
     void keepsAPartialTransferForTheNextRunWhenItExits();
     void tellsTheEndOnceThoughASuspensionCameWithIt_data();
     void tellsTheEndOnceThoughASuspensionCameWithIt();
-    void countsNothingThatCouldNotBeWritten();
-    void keepsItsMemorySmallWhenTheServerIsFast();
 
 private:
     std::unique_ptr<TemporaryHome> m_home;
@@ -433,52 +430,6 @@ void HttpResumeTest::tellsTheEndOnceThoughASuspensionCameWithIt()
     QCOMPARE(engine.finished.count() + engine.error.count(), 1);
     QCOMPARE(server.requestCount(), 1);
     QCOMPARE(QFile::exists(file), status == 0);
-}
-
-void HttpResumeTest::countsNothingThatCouldNotBeWritten()
-{
-    constexpr qint64 Limit = 256 * KiB;
-    Server server;
-    server.add("/a", bytes(MiB));
-    const LogCatcher log(L::Trace);
-    TestEngine engine(200);
-    engine.start();
-    FileSizeLimit disk(Limit);
-
-    const QString file = engine.download(server.url("/a"));
-    const QString failed = line("[ERROR] Could not write to the save file ") + file;
-    EVENTUALLY(log.texts().filter(failed).size() >= 2);
-    QVERIFY(QFileInfo(file).size() <= Limit);
-    QVERIFY(savedRecord().bytesReceived <= Limit);
-    QCOMPARE(engine.worker->getRequestQueue()->snapshot().size(), 1);
-    disk.lift();
-
-    EVENTUALLY(engine.finished.count() == 1);
-    QCOMPARE(contentOf(file), bytes(MiB));
-    QCOMPARE(engine.error.count(), 0);
-}
-
-void HttpResumeTest::keepsItsMemorySmallWhenTheServerIsFast()
-{
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    constexpr qint64 LimitKiB = 290 * KiB; // with the checker's own memory
-#else
-    constexpr qint64 LimitKiB = 80 * KiB;
-#endif
-    constexpr qint64 Size = 300LL * MiB;
-    Server server;
-    server.add("/a", Server::Content::generated(1, Size));
-    const QString url = server.url("/a");
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(line("ASAN_OPTIONS"), line("quarantine_size_mb=1"));
-    ChildProgram child(QCoreApplication::applicationFilePath(), engineChildArguments(*m_home, url),
-                       environment);
-
-    QCOMPARE(child.waitForFinished(), 0);
-
-    QVERIFY(peakMemoryOf(child) > 0);
-    QVERIFY2(peakMemoryOf(child) < LimitKiB, child.output().constData());
-    QVERIFY(isGenerated(TestEngine::saveFile(url), 1, Size));
 }
 
 int main(int argc, char **argv)

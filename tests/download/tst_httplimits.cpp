@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "download/enginechild.h"
+#include "download/filesizelimit.h"
+#include "download/settingsfile.h"
+#include "download/testengine.h"
+#include "testutils/httptestserver.h"
+#include "testutils/logcatcher.h"
+#include "testutils/temporaryhome.h"
+#include <memory>
+#include <QElapsedTimer>
+#include <QTest>
+
+using Server = HttpTestServer;
+
+namespace {
+
+constexpr int KiB = 1024;
+constexpr int MiB = 1024 * KiB;
+
+QString line(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+QByteArray bytes(int size)
+{
+    return Server::generatedBytes(1, 0, size);
+}
+
+bool isGenerated(const QString &path, quint32 seed, qint64 size)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() != size)
+        return false;
+    for (qint64 at = 0; at < size; at += MiB) {
+        const QByteArray piece = file.read(MiB);
+        if (piece != Server::generatedBytes(seed, at, piece.size()))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+/** A transfer on a full disk, and one that is too fast for it. */
+class HttpLimitsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void countsNothingThatCouldNotBeWritten();
+    void stopsAtOnceWhileItWaitsForSpace();
+    void keepsItsMemorySmallWhenTheServerIsFast();
+
+private:
+    std::unique_ptr<TemporaryHome> m_home;
+};
+
+void HttpLimitsTest::init()
+{
+    m_home = std::make_unique<TemporaryHome>();
+}
+
+void HttpLimitsTest::cleanup()
+{
+    m_home.reset();
+}
+
+void HttpLimitsTest::countsNothingThatCouldNotBeWritten()
+{
+    constexpr qint64 Limit = 256 * KiB;
+    Server server;
+    server.add("/a", bytes(MiB));
+    const LogCatcher log(L::Trace);
+    TestEngine engine(200);
+    engine.start();
+    FileSizeLimit disk(Limit);
+
+    const QString file = engine.download(server.url("/a"));
+    const QString failed = line("[ERROR] Could not write to the save file ") + file;
+    EVENTUALLY(log.texts().filter(failed).size() >= 2);
+    QVERIFY(QFileInfo(file).size() <= Limit);
+    QVERIFY(savedRecord().bytesReceived <= Limit);
+    QCOMPARE(engine.worker->getRequestQueue()->snapshot().size(), 1);
+    disk.lift();
+
+    EVENTUALLY(engine.finished.count() == 1);
+    QCOMPARE(contentOf(file), bytes(MiB));
+    QCOMPARE(engine.error.count(), 0);
+}
+
+void HttpLimitsTest::stopsAtOnceWhileItWaitsForSpace()
+{
+    Server server;
+    server.add("/a", bytes(MiB));
+    const LogCatcher log(L::Trace);
+    TestEngine engine(60000);
+    engine.start();
+    const FileSizeLimit disk(256 * KiB);
+    const QString file = engine.download(server.url("/a"));
+    EVENTUALLY(log.contains(line("Could not write to the save file ")));
+    QElapsedTimer clock;
+    clock.start();
+
+    engine.stop();
+
+    QVERIFY(clock.elapsed() < 30000);
+    QCOMPARE(SettingsFile(*m_home).requests().size(), 1);
+    QCOMPARE(SettingsFile(*m_home).value(line("download/bytesReceived")).toLongLong(),
+             QFileInfo(file).size());
+    QCOMPARE(server.requestCount(), 1);
+}
+
+void HttpLimitsTest::keepsItsMemorySmallWhenTheServerIsFast()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    constexpr qint64 LimitKiB = 290 * KiB; // with the checker's own memory
+#else
+    constexpr qint64 LimitKiB = 80 * KiB;
+#endif
+    constexpr qint64 Size = 300LL * MiB;
+    Server server;
+    server.add("/a", Server::Content::generated(1, Size));
+    const QString url = server.url("/a");
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(line("ASAN_OPTIONS"), line("quarantine_size_mb=1"));
+    ChildProgram child(QCoreApplication::applicationFilePath(), engineChildArguments(*m_home, url),
+                       environment);
+
+    QCOMPARE(child.waitForFinished(), 0);
+
+    QVERIFY(peakMemoryOf(child) > 0);
+    QVERIFY2(peakMemoryOf(child) < LimitKiB, child.output().constData());
+    QVERIFY(isGenerated(TestEngine::saveFile(url), 1, Size));
+}
+
+int main(int argc, char **argv)
+{
+    if (isEngineChild(argc, argv))
+        return runEngineChild(argc, argv);
+    QCoreApplication app(argc, argv);
+    HttpLimitsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_httplimits.moc"
