@@ -85,6 +85,7 @@ private Q_SLOTS:
     void aFileGoesToAnotherFileSystem();
     void noHalfFileHasTheFinalName();
     void aCopyThatFailsCostsNothing();
+    void aCopyThatCannotBeRenamedCostsNothing();
     void aFileMoveCutShortBehindTheRenameIsDone();
     void aFileThatNeverCameIsNotTakenForDone();
 
@@ -612,9 +613,25 @@ void MoveTest::aCopyThatFailsCostsNothing()
     QCOMPARE(read("to/FI.zip"), QByteArray("old"));
 }
 
+void MoveTest::aCopyThatCannotBeRenamedCostsNothing()
+{
+    write("FI.zip", "archive");
+    write("to/FI.zip", "old");
+    FakeSystem system;
+    system.separate(QFile::encodeName(path("FI.zip")));
+    system.separate(QFile::encodeName(path("to/FI.zip.vexa-part")));
+    StepEngine engine;
+
+    move(engine, path("FI.zip"), path("to/FI.zip"));
+
+    QCOMPARE(engine.events, QStringList({Started, Failed, Dequeued, Finished}));
+    QCOMPARE(read("FI.zip"), QByteArray("archive"));
+    QCOMPARE(Step::found(path("to")), QStringList {QStringLiteral("FI.zip")});
+    QCOMPARE(read("to/FI.zip"), QByteArray("old"));
+}
+
 void MoveTest::aFileMoveCutShortBehindTheRenameIsDone()
 {
-    QFile::remove(path("FI.zip"));
     write("FI.zip", "archive");
     {
         // A run that is killed between the rename and its entry in the settings: they are put

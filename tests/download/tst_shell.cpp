@@ -154,6 +154,7 @@ void ShellTest::waitsForTheCommandOfAKilledProgram()
         Shell::run(QLatin1String("echo later >> ") + Shell::quoted(file));
     });
     QTRY_VERIFY(begun);
+    QVERIFY(!earlier.waitForFile(file, 200)); // neither has come to its turn
     earlier.write("go on\n");
     later.join();
 
