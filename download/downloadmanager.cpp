@@ -245,11 +245,22 @@ void DownloadManager::allowGoOnline(bool allow)
 void DownloadManager::updateWifiState()
 {
     d->trace(QStringLiteral("void DownloadManager::updateWifiState()"));
+    // Two threads come here, the engine's own before each transfer. Who looked before the other
+    // changed something and acts behind it must look again, or it undoes what the other did.
+    bool usable = false;
+    do {
+        usable = followNetwork();
+    } while (usable != d->networkUsable());
+}
+
+// Returns what it went by: whether there is a network that may be used.
+bool DownloadManager::followNetwork()
+{
     if (!d->allowGoOnline) {
         d->info(QStringLiteral("Application is not allowed to go online. Will suspend download "
                                "manager"));
         suspend(NetworkCause);
-        return;
+        return false;
     }
     const bool hasWifi = d->hasWifiConnection;
     const bool gprsAllowed = d->allowGprsConnection;
@@ -259,11 +270,12 @@ void DownloadManager::updateWifiState()
         d->info(QStringLiteral("No wifi connection and its not allowed to use gprs. Will suspend "
                                "download manager"));
         suspend(NetworkCause);
-    } else {
-        d->info(QStringLiteral("Application is allowed to go online. Will resume download "
-                               "manager"));
-        resume(NetworkCause);
+        return false;
     }
+    d->info(QStringLiteral("Application is allowed to go online. Will resume download "
+                           "manager"));
+    resume(NetworkCause);
+    return true;
 }
 
 void DownloadManager::cancel()

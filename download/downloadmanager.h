@@ -161,6 +161,7 @@ private:
     void putDown();
     bool cancelCurrent(const QString &url);
     bool recordIsOf(const QString &url) const;
+    bool followNetwork();
     void waitWhileSuspended();
 
     void prepareRecord();

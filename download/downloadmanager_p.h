@@ -113,6 +113,12 @@ public:
     static void trace(const QString &text) { L::og()->trace(text); }
     static void info(const QString &text) { L::og()->info(text); }
 
+    /** Whether there is a network that may be used. */
+    bool networkUsable() const
+    {
+        return allowGoOnline && (hasWifiConnection || allowGprsConnection);
+    }
+
     /** A clock that was never started shows 0. */
     static qint64 elapsed(const QElapsedTimer &clock)
     {

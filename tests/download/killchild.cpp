@@ -3,6 +3,7 @@
 // Arguments: a marker file, then id, address, destination and "unzip" or "keep" for each region.
 #include "download/downloadmanageriface.h"
 #include "download/worker.h"
+#include "plugin/logger.h"
 
 #include <cstdio>
 #include <QCoreApplication>
@@ -40,6 +41,7 @@ void orderRegions(Worker &worker, const QStringList &arguments)
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
+    L::og()->setLogLevel(L::Info);
     Worker worker;
     worker.setUnpackPause(0);
     DownloadManagerIface *iface = worker.getDownloadManagerIface();

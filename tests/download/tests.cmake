@@ -30,10 +30,11 @@ target_link_libraries(vexa_steptest PUBLIC vexa_testutils ${CMAKE_DL_LIBS})
 vexa_add_test(download/shell LIBRARIES vexa_steptest)
 vexa_add_test(download/uncompress LIBRARIES vexa_steptest)
 vexa_add_test(download/move LIBRARIES vexa_steptest)
+vexa_add_test(download/networkchange)
 # They make one engine after the other in the same place. The checker is not told when a QMutex goes
 # and takes the next one there for the same, so it sees orders of locks that never were.
 set_property(TEST download/uncompress download/move APPEND PROPERTY ENVIRONMENT
-    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp:detect_deadlocks=0")
+    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp:detect_deadlocks=0:die_after_fork=0")
 
 # Loaded into programs without sanitizers too, so it gets no build settings.
 add_library(vexa_killpoints SHARED download/killpoints.cpp)
