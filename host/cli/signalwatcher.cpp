@@ -23,6 +23,10 @@ SignalWatcher::SignalWatcher(QObject *parent)
 {
     const sigset_t set = watchedSignals();
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    // For the engine's commands, which inherit it: a shell lifts the block for what it starts, but
+    // leaves alone what is ignored. For us nothing is lost: a blocked signal waits all the same.
+    for (const int watched : {SIGINT, SIGTERM})
+        std::signal(watched, SIG_IGN);
     m_descriptor = signalfd(-1, &set, SFD_NONBLOCK | SFD_CLOEXEC);
     if (m_descriptor < 0) {
         letThrough(); // Better an abrupt end than none.
@@ -41,6 +45,8 @@ SignalWatcher::~SignalWatcher()
 
 void SignalWatcher::letThrough()
 {
+    for (const int watched : {SIGINT, SIGTERM})
+        std::signal(watched, SIG_DFL);
     const sigset_t set = watchedSignals();
     pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
 }

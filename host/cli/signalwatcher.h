@@ -10,8 +10,9 @@
  *
  * The signals are blocked and read from a descriptor, not caught: the engine's shell commands
  * switch Ctrl-C off for the whole process while they run, and a handler would miss one then. A
- * blocked signal waits. Threads and commands that are started later have them blocked too, so
- * make it first thing in main(), before any thread.
+ * blocked signal waits. Threads that are started later have them blocked too, and the engine's
+ * commands ignore them, so that a Ctrl-C for the whole job does not stop a copy half-way. Make it
+ * first thing in main(), before any thread.
  */
 class SignalWatcher : public QObject
 {

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "testcontent.h"
+#include "testutils/archivebuilder.h"
 #include "testutils/childprogram.h"
 #include "testutils/nginxserver.h"
 #include <memory>
 #include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -68,7 +70,18 @@ public:
         result.insert(QStringLiteral("XDG_CONFIG_HOME"),
                       m_dir.filePath(QStringLiteral("home/.config")));
         result.remove(QStringLiteral("VEXA_MYDOCS"));
+        result.insert(QStringLiteral("PATH"),
+                      scratchPath(QStringLiteral("bin")) + QLatin1Char(':')
+                          + result.value(QStringLiteral("PATH")));
         return result;
+    }
+
+    /** A shell script that the engine finds in place of a tool, as cp. */
+    void replaceTool(const QString &name, const QByteArray &script) const
+    {
+        const QString path = scratchPath(QStringLiteral("bin/")) + name;
+        TestFile::write(path, "#!/bin/sh\n" + script);
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
     QString dataFolder() const { return m_dir.filePath(QStringLiteral("data")); }

@@ -71,6 +71,9 @@ private Q_SLOTS:
 
     void ctrlCStopsAndResumeGoesOn_data();
     void ctrlCStopsAndResumeGoesOn();
+    void ctrlCDoesNotReachTheCopy();
+    void ctrlCDuringTheMoveLetsItEnd();
+    void aCopyThatOutlivesItsProgramIsWaitedFor();
     void aSecondInstallGoesOnWithTheFirst();
     void cancelGivesUpWhatIsPending();
     void cancelOfOneLeavesTheOther();
@@ -566,6 +569,60 @@ void CliTest::ctrlCStopsAndResumeGoesOn()
     QCOMPARE(maps->installedIds(), QStringList {QStringLiteral("FI")});
     QCOMPARE(maps->tileDifference(maps->content.tiles(QStringLiteral("FI"))), QString());
     QVERIFY(maps->run(words("resume")).out.contains("Nothing is pending"));
+}
+
+void CliTest::ctrlCDoesNotReachTheCopy()
+{
+    QCOMPARE(maps->run(words("refresh")).code, 0);
+    // On a terminal Ctrl-C goes to all programs of the job, the copy too.
+    maps->replaceTool(QStringLiteral("cp"), "kill -INT $$\nexec /bin/cp \"$@\"\n");
+
+    QCOMPARE(maps->run(words("install FI")).code, 0);
+
+    QCOMPARE(maps->tileDifference(maps->content.tiles(QStringLiteral("FI"))), QString());
+}
+
+void CliTest::ctrlCDuringTheMoveLetsItEnd()
+{
+    QCOMPARE(maps->run(words("refresh")).code, 0);
+    const QString begun = maps->scratchPath(QStringLiteral("begun"));
+    const QString go = maps->scratchPath(QStringLiteral("go"));
+    maps->replaceTool(QStringLiteral("cp"),
+                      "touch " + begun.toUtf8() + "\nwhile [ ! -e " + go.toUtf8()
+                          + " ]; do sleep 0.02; done\nexec /bin/cp \"$@\"\n");
+    const auto child = maps->start(words("install FI"));
+    QVERIFY(child->waitForFile(begun));
+
+    child->sendSignal(SIGINT);
+    QVERIFY(child->waitFor([&] { return child->errorOutput().contains("Interrupted"); }));
+    TestFile::write(go, QByteArray());
+
+    QCOMPARE(child->waitForFinished(), 130);
+    maps->server.stop(); // what is in place is not fetched again
+    QCOMPARE(maps->run(words("resume")).code, 0);
+    QCOMPARE(maps->installedIds(), QStringList {QStringLiteral("FI")});
+    QCOMPARE(maps->tileDifference(maps->content.tiles(QStringLiteral("FI"))), QString());
+}
+
+void CliTest::aCopyThatOutlivesItsProgramIsWaitedFor()
+{
+    QCOMPARE(maps->run(words("refresh")).code, 0);
+    const QString begun = maps->scratchPath(QStringLiteral("begun"));
+    const QString go = maps->scratchPath(QStringLiteral("go"));
+    maps->replaceTool(QStringLiteral("cp"),
+                      "touch " + begun.toUtf8() + "\nwhile [ ! -e " + go.toUtf8()
+                          + " ]; do sleep 0.02; done\nexec /bin/cp \"$@\"\n");
+    const auto killed = maps->start(words("install FI"));
+    QVERIFY(killed->waitForFile(begun));
+    killed->kill();
+
+    const auto next = maps->start(words("resume"));
+    QVERIFY(!next->waitFor([&] { return !next->output().isEmpty(); }, 500));
+    QVERIFY(next->isRunning());
+    TestFile::write(go, QByteArray());
+
+    QCOMPARE(next->waitForFinished(), 0);
+    QCOMPARE(maps->tileDifference(maps->content.tiles(QStringLiteral("FI"))), QString());
 }
 
 void CliTest::aSecondInstallGoesOnWithTheFirst()

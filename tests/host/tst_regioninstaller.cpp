@@ -47,6 +47,9 @@ private Q_SLOTS:
     void anArchiveWithoutTilesFails();
     void aFailedUpdateLeavesTheOldVersionInstalled();
     void aContentFileThatCannotBeWrittenIsAFailure();
+    void aMoveThatFailsTakesItsFilesAwayAgain();
+    void whatTheGuardRefusesIsNeverMoved();
+    void aRegionThatLeftTheCatalogueIsNotRecorded();
     void tilesThatVanishAreFetchedAgain();
     void tilesThatVanishTwiceAreAFailure();
     void afterAFailureTheNextRegionIsInstalled();
@@ -319,6 +322,62 @@ void RegionInstallerTest::aContentFileThatCannotBeWrittenIsAFailure()
     QVERIFY(installAndWait(Fi, QStringLiteral("failed")));
 
     QVERIFY(rig->installer().reason(Fi).contains(QLatin1String("could not be recorded")));
+}
+
+void RegionInstallerTest::aMoveThatFailsTakesItsFilesAwayAgain()
+{
+    const Tiles shared = tilesOf({"5/5/border.cdt"});
+    rig->content.addRegion(Se, QStringLiteral("Sweden"), shared);
+    rig->content.addRegion(Fi, QStringLiteral("Finland"),
+                           tilesOf({"0/1/a.cdt", "0/2/b.cdt"}) + shared);
+    rig->openSession();
+    QVERIFY(installAndWait(Se));
+    // Root may write everything, but not a file in place of a folder.
+    QVERIFY(QDir().mkpath(rig->tileFolder() + QLatin1String("/0/1/a.cdt")));
+
+    QVERIFY(installAndWait(Fi, QStringLiteral("failed")));
+
+    QVERIFY(rig->installer().status(Fi).failure == FailureKind::Disk);
+    QVERIFY(rig->installer().reason(Fi).contains(QLatin1String("put into place")));
+    QCOMPARE(InstallerRig::recordedIds(), QStringList {Se});
+    QCOMPARE(rig->tileDifference(shared), QString());
+}
+
+void RegionInstallerTest::whatTheGuardRefusesIsNeverMoved()
+{
+    Tiles large;
+    large.insert(QStringLiteral("0/0/large.cdt"), ArchiveBuilder::noise(8 * MiB));
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), large);
+    rig->openSession(false).worker()->setUnpackPause(50);
+    rig->session->start();
+    QVERIFY(rig->installer().install(Fi));
+    QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("unpacking"), 30000);
+
+    // As a cancel that the engine hears of only when its move is due.
+    QVERIFY(rig->installer().moveGuard()->refuse(Fi, 1));
+
+    QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("failed"), 30000);
+    QTRY_VERIFY(!rig->installer().busy());
+    QCOMPARE(rig->tileDifference({}), QString());
+    QVERIFY(InstallerRig::recordedIds().isEmpty());
+}
+
+void RegionInstallerTest::aRegionThatLeftTheCatalogueIsNotRecorded()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt"}));
+    rig->openSession();
+    connect(&rig->installer(), &RegionInstaller::stateChanged, this, [&] {
+        if (rig->state(Fi) != QLatin1String("moving"))
+            return;
+        TestFile::write(DataRoot::catalogFolder() + QLatin1String("/catalog-1.0.xml"),
+                        "<Catalog/>");
+        rig->catalog().updateCatalog();
+    });
+
+    QVERIFY(installAndWait(Fi, QStringLiteral("failed")));
+
+    QVERIFY(rig->installer().status(Fi).failure == FailureKind::Catalogue);
+    QCOMPARE(rig->tileDifference({}), QString());
 }
 
 void RegionInstallerTest::tilesThatVanishAreFetchedAgain()
