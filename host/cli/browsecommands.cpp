@@ -132,7 +132,8 @@ private:
         if (wanted == 0)
             context.console.note(tr("No region matches."));
         else
-            context.console.note(tr("%1 regions; * is installed").arg(wanted));
+            context.console.note(wanted == 1 ? tr("1 region; * is installed")
+                                             : tr("%1 regions; * is installed").arg(wanted));
         return ExitOk;
     }
 
