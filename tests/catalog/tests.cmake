@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-vexa_add_test(catalog/contentcrash)
+vexa_add_test(catalog/contentcrash TIMEOUT 600)
 vexa_add_test(catalog/contentfile)
 vexa_add_test(catalog/damagedxml TIMEOUT 900)
 vexa_add_test(catalog/localizationtools)
