@@ -8,6 +8,7 @@
 #include "download/savefile_p.h"
 #include "download/suspensioncause.h"
 #include "plugin/logger.h"
+#include "plugin/qtcompat.h"
 #include <atomic>
 #include <QElapsedTimer>
 #include <QMutex>
@@ -16,7 +17,6 @@
 #include <QPointer>
 #include <QTimer>
 #include <QUrl>
-#include <QWaitCondition>
 
 class VexaArchive;
 
@@ -87,7 +87,7 @@ public:
     // The cause and every change of the suspended flag; also what sleepers wait with. The
     // settings' lock is taken after it.
     mutable QMutex suspensionMutex;
-    QWaitCondition wakeUp;
+    VexaCompat::WaitCondition wakeUp;
     SuspensionCause cause = NotSuspended;
 
     // What other threads ask about the current request. Taken after the suspension mutex, before

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <QDir>
 #include <QFile>
+#include <QMutexLocker>
 #include <QUrl>
 #include <QVariantMap>
 #include <sys/statfs.h>
@@ -205,9 +206,26 @@ void DownloadManagerIface::onChanged()
     Q_EMIT requestsChanged();
 }
 
-void DownloadManagerIface::expectUnpackedFileList(const QStringList &list)
+void DownloadManagerIface::expectUnpackedFileList(const QString &first, const QString &second,
+                                                  const QStringList &list)
 {
-    m_expectedFileList = list;
+    const QMutexLocker lock(&m_expectedMutex);
+    m_expectedLists.push_back({first, second, list});
+}
+
+std::optional<QStringList> DownloadManagerIface::takeExpectedList(const QString &first,
+                                                                  const QString &second)
+{
+    const QMutexLocker lock(&m_expectedMutex);
+    const auto it = std::find_if(m_expectedLists.begin(), m_expectedLists.end(),
+                                 [&](const ExpectedList &expected) {
+                                     return expected.first == first && expected.second == second;
+                                 });
+    if (it == m_expectedLists.end())
+        return std::nullopt;
+    const QStringList files = it->files;
+    m_expectedLists.erase(it);
+    return files;
 }
 
 void DownloadManagerIface::onFinished(int operation, const QString &id, const QString &url)
@@ -218,7 +236,7 @@ void DownloadManagerIface::onFinished(int operation, const QString &id, const QS
     // Ahead of the signal, so that a nested call cannot take it for its own.
     std::optional<QStringList> files;
     if (operation == UncompressRequest)
-        files.swap(m_expectedFileList);
+        files = takeExpectedList(id, url);
     Q_EMIT finished(operation, id, url);
     if (operation != UncompressRequest)
         return;

@@ -6,10 +6,12 @@
 #include "download/suspensioncause.h"
 #include "vexa_export.h"
 #include <optional>
+#include <QMutex>
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QVariantList>
+#include <vector>
 
 class Worker;
 
@@ -103,10 +105,12 @@ public:
     void onChanged() override;
 
     /**
-     * Called by the worker just ahead of the onFinished() that belongs to this list; without it,
-     * onFinished() asks the manager, which may be an unpack further.
+     * Keeps a list for the onFinished() with operation 3 and these two strings that comes next.
+     * Called in the worker thread, ahead of the signal. A signal without a list of its own makes
+     * the interface ask the manager, which may be an unpack further by then.
      */
-    void expectUnpackedFileList(const QStringList &list);
+    void expectUnpackedFileList(const QString &first, const QString &second,
+                                const QStringList &list);
 
 Q_SIGNALS:
     /** A step ended; for operation 3 it comes twice. */
@@ -142,7 +146,15 @@ public Q_SLOTS:
     void prepareToDestroy();
 
 private:
+    struct ExpectedList
+    {
+        QString first;
+        QString second;
+        QStringList files;
+    };
+
     void tellSuspended(bool suspended);
+    std::optional<QStringList> takeExpectedList(const QString &first, const QString &second);
 
     Worker *const m_worker; // not owned
     bool m_inRecovery = false;
@@ -150,7 +162,8 @@ private:
     bool m_suspended = false; // what the manager reported last; nothing reads it
     QStringList m_unpackedFileList;
     bool m_allowGprs = false;
-    std::optional<QStringList> m_expectedFileList; // of the onFinished() that comes next
+    QMutex m_expectedMutex;
+    std::vector<ExpectedList> m_expectedLists; // under m_expectedMutex, oldest first
 };
 
 #endif

@@ -4,6 +4,7 @@
 
 #include "download/irequestqueuelistener.h"
 #include "plugin/logger.h"
+#include "plugin/qtcompat.h"
 #include "plugin/vexasettings.h"
 #include <algorithm>
 #include <atomic>
@@ -12,7 +13,6 @@
 #include <QMutexLocker>
 #include <QQueue>
 #include <QStringList>
-#include <QWaitCondition>
 #include <utility>
 
 /**
@@ -203,8 +203,13 @@ public:
     /** A copy of all items, oldest first. */
     QList<T> snapshot() const
     {
+        QList<T> copy;
         const QMutexLocker lock(&listMutex);
-        return *this;
+        // One by one: a list that is shared is read here and changed there without the lock.
+        copy.reserve(this->size());
+        for (const T &item : *this)
+            copy.append(item);
+        return copy;
     }
 
     /** From now on head() and dequeue() return empty items at once, and who waits is woken. */
@@ -214,7 +219,7 @@ public:
         wake();
     }
 
-    QWaitCondition itemAvailable; ///< woken after an enqueue and by stop(), under waitMutex
+    VexaCompat::WaitCondition itemAvailable; ///< woken after an enqueue and by stop()
     QMutex waitMutex; ///< held only around the wait, and to wake
     mutable QMutex listMutex; ///< guards the list and the writing of its copy in the settings
     std::atomic<bool> stopped {false}; ///< set by Worker::stop()

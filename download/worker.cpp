@@ -102,16 +102,13 @@ void Worker::run()
     manager.setContainedUnpack(m_containedUnpack);
     manager.setHeartbeatInterval(m_heartbeatInterval);
 
-    // Ahead of the connections below: the list goes to the GUI thread in the same queue as the
-    // signal, so that a slow GUI shows the list of the unpack that it is told of.
-    connect(&manager, &DownloadManager::finished, &manager, [this, &manager](int operation) {
-        if (operation != UncompressRequest)
-            return;
-        const QStringList files = manager.getUnpackedFileList();
-        QMetaObject::invokeMethod(
-            &m_interface, [this, files] { m_interface.expectUnpackedFileList(files); },
-            Qt::QueuedConnection);
-    });
+    // Ahead of the connections below, so that the list is there before the signal arrives: a GUI
+    // that lags behind shows the list of the unpack that it is told of, and not a later one's.
+    connect(&manager, &DownloadManager::finished, &manager,
+            [this, &manager](int operation, const QString &url, const QString &id) {
+                if (operation == UncompressRequest)
+                    m_interface.expectUnpackedFileList(url, id, manager.getUnpackedFileList());
+            });
     // Queued in so many words: a call from the GUI thread makes the manager emit there, and the
     // automatic kind would then run QML's handlers in the middle of that call.
     const auto queued = Qt::QueuedConnection;

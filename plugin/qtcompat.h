@@ -3,18 +3,24 @@
 #define VEXA_QTCOMPAT_H
 
 #include <QByteArray>
+#include <QDeadlineTimer>
+#include <QMutex>
 #include <QSettings>
 #include <QString>
 #include <QtGlobal>
+#include <QWaitCondition>
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
 #include <QStringConverter>
 #else
 #include <QTextCodec>
 #endif
+#if defined(__SANITIZE_THREAD__)
+#include <sanitizer/tsan_interface.h>
+#endif
 
 /**
- * What cannot be written the same way for Qt 5.15 and Qt 6. This is the only file that asks for
- * the Qt version; each entry says what changed.
+ * What cannot be written the same way for Qt 5.15 and Qt 6, and for a Qt that is not built with our
+ * checkers. This is the only file that asks for the Qt version; each entry says what changed.
  */
 namespace VexaCompat {
 
@@ -53,8 +59,7 @@ public:
 #else
         : m_decoder(codec(start, name)->makeDecoder())
 #endif
-    {
-    }
+    { }
 
     /** The text of the next bytes; a character that they cut is given with the following ones. */
     QString decode(const QByteArray &bytes)
@@ -86,6 +91,31 @@ private:
     }
     QScopedPointer<QTextDecoder> m_decoder;
 #endif
+};
+
+/**
+ * A wait condition that the thread checker understands. Qt's own frees the mutex and takes it again
+ * where that cannot see it; it would believe that the waiter held the mutex all the while, and
+ * report whoever took it in between. In other builds it is Qt's and nothing more.
+ */
+class WaitCondition : public QWaitCondition
+{
+public:
+    /** Waits until it is woken, or at most so many ms; tells whether it was woken. */
+    bool wait(QMutex *mutex, int ms = -1)
+    {
+#if defined(__SANITIZE_THREAD__)
+        __tsan_mutex_pre_unlock(mutex, 0);
+        __tsan_mutex_post_unlock(mutex, 0);
+#endif
+        const bool woken = QWaitCondition::wait(
+            mutex, ms < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(ms));
+#if defined(__SANITIZE_THREAD__)
+        __tsan_mutex_pre_lock(mutex, 0);
+        __tsan_mutex_post_lock(mutex, 0, 0);
+#endif
+        return woken;
+    }
 };
 
 } // namespace VexaCompat

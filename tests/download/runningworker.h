@@ -24,6 +24,9 @@ public:
         QObject::connect(
             &worker, &Worker::engineReady, &worker,
             [this] { m_threadNumber = int(syscall(SYS_gettid)); }, Qt::DirectConnection);
+        // Shows the thread checker what Qt's own wait hides from it: that the thread is over.
+        QObject::connect(
+            &worker, &QThread::finished, &worker, [this] { m_over = true; }, Qt::DirectConnection);
         worker.start();
         QDeadlineTimer limit(60000);
         while (m_threadNumber == 0 && !limit.hasExpired())
@@ -53,7 +56,7 @@ public:
     bool stop()
     {
         worker.stop();
-        return worker.wait(60000);
+        return worker.wait(60000) && m_over;
     }
 
     /** Waits until the queue is empty without letting this thread's events be processed. */
@@ -75,6 +78,7 @@ public:
 
 private:
     std::atomic<int> m_threadNumber {0};
+    std::atomic<bool> m_over {false};
 };
 
 /** Delivers what is on its way to objects of this thread. */

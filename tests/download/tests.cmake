@@ -49,3 +49,11 @@ target_link_libraries(killchild PRIVATE
 vexa_add_test(download/killchain LIBRARIES vexa_steptest TIMEOUT 900)
 target_compile_definitions(tst_killchain PRIVATE VEXA_KILLCHILD="$<TARGET_FILE:killchild>")
 add_dependencies(tst_killchain killchild)
+# Worth its time under the thread checker above all: ctest --preset tsan -L stress
+vexa_add_test(download/stress)
+set_tests_properties(download/stress download/requestqueuethreads PROPERTIES
+    LABELS stress
+    # Without die_after_fork=0: a thread that starts a program is let off by the checker for good.
+    # These tests start none, and would end at once if they did.
+    ENVIRONMENT_MODIFICATION
+        "TSAN_OPTIONS=set:suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp")

@@ -419,13 +419,18 @@ void DownloadManagerIfaceTest::expectedListBelongsToTheNextFinishedUnpack()
     QObject::connect(m_iface, &DownloadManagerIface::unpackedFileListChanged, m_iface,
                      [&] { order << m_iface->getUnpackedFileList().join(QLatin1Char(',')); });
 
-    m_iface->expectUnpackedFileList(strings({"a"}));
-    m_iface->onFinished(2, QString(), QString());
-    m_iface->onFinished(3, QString(), QString());
-    m_iface->onFinished(3, QString(), QString());
+    const QString url = QStringLiteral("u");
+    m_iface->expectUnpackedFileList(url, QString(), strings({"a"}));
+    m_iface->expectUnpackedFileList(url, QString(), strings({"b"}));
+    m_iface->expectUnpackedFileList(QStringLiteral("v"), QString(), strings({"c"}));
+    m_iface->onFinished(2, url, QString());
+    m_iface->onFinished(3, QStringLiteral("v"), QString());
+    m_iface->onFinished(3, url, QString());
+    m_iface->onFinished(3, url, QString());
+    m_iface->onFinished(3, url, QString());
 
-    // The list changes behind the signal; the second one has no list of its own.
-    QCOMPARE(order, strings({"2", "3", "a", "3a"}));
+    // The list changes behind the signal; the last one has no list of its own.
+    QCOMPARE(order, strings({"2", "3", "c", "3c", "a", "3a", "b", "3b"}));
 }
 
 void DownloadManagerIfaceTest::queueChangesAreLoggedAndTold()

@@ -4,6 +4,7 @@
 #include "plugin/logger.h"
 #include <QMutex>
 #include <QMutexLocker>
+#include <utility>
 
 namespace {
 
@@ -35,8 +36,13 @@ LogCatcher::~LogCatcher()
 
 QList<LogLine> LogCatcher::lines() const
 {
+    QList<LogLine> copy;
     const QMutexLocker lock(&mutex);
-    return caught;
+    // One by one: a list that is shared is read here and changed there without the lock.
+    copy.reserve(caught.size());
+    for (const LogLine &line : std::as_const(caught))
+        copy.append(line);
+    return copy;
 }
 
 QStringList LogCatcher::texts() const
