@@ -16,6 +16,12 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+/** A command line in one string. */
+inline QStringList words(const char *text)
+{
+    return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 /** What one run of the program came to. */
 struct ProgramRun
 {
@@ -35,6 +41,21 @@ public:
         : content(server.folder() + QLatin1String("/map5"))
         , baseUri(server.url("/map5/"))
     { }
+
+    /** Europe with Sweden and Finland, which share a tile, and Åland, whose archive is missing. */
+    void addEurope()
+    {
+        const QString eu = QStringLiteral("EU");
+        content.addLink(eu, QStringLiteral("Europe"), QStringLiteral("archives/EU.zip"));
+        content.addRegion(QStringLiteral("SE"), QStringLiteral("Sweden"),
+                          tilesOf({"0/2/b.cdt", "5/5/border.cdt"}), QStringLiteral("SE.tar.gz"),
+                          eu);
+        content.addRegion(QStringLiteral("FI"), QStringLiteral("Finland"),
+                          tilesOf({"0/1/a.cdt", "5/5/border.cdt"}), QString(), eu);
+        content.addLink(QStringLiteral("AX"), QStringLiteral("Åland"),
+                        QStringLiteral("archives/AX.zip"), QStringLiteral("FI"));
+        content.publish(QStringLiteral("26.11.21.00"));
+    }
 
     /** The command with the shared options in front. */
     QStringList arguments(const QStringList &command) const

@@ -107,6 +107,16 @@ QByteArray TestContent::entries(const QString &parent) const
     return xml;
 }
 
+Tiles tilesOf(std::initializer_list<const char *> names, const char *version)
+{
+    Tiles tiles;
+    for (const char *name : names) {
+        const QString path = QLatin1String(name);
+        tiles.insert(path, TestContent::tile(path + QLatin1String(version)));
+    }
+    return tiles;
+}
+
 QString differenceOf(const QString &folder, const Tiles &tiles)
 {
     Tiles found;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <initializer_list>
 #include <QByteArray>
 #include <QList>
 #include <QMap>
@@ -57,6 +58,9 @@ private:
     QString m_folder;
     QList<Region> m_regions;
 };
+
+/** Tiles of noise; the version makes other bytes of the same names. */
+Tiles tilesOf(std::initializer_list<const char *> names, const char *version = "");
 
 /** Empty if the folder holds exactly these tiles, else what differs. */
 QString differenceOf(const QString &folder, const Tiles &tiles);

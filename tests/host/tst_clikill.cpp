@@ -46,11 +46,6 @@ bool fileContains(const QString &path, const char *text)
     return file.open(QIODevice::ReadOnly) && file.readAll().contains(text);
 }
 
-QStringList words(const char *text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '));
-}
-
 } // namespace
 
 using Moment = std::function<bool(const MapsProgram &)>;
