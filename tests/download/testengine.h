@@ -32,6 +32,10 @@ public:
         , progress(worker->getDownloadManagerIface(), &DownloadManagerIface::progress)
         , error(worker->getDownloadManagerIface(), &DownloadManagerIface::error)
     {
+        // No spy: the signal comes in the worker thread, and a spy must hear it in its own.
+        QObject::connect(
+            worker.get(), &Worker::engineReady, worker.get(), [this] { m_ready.release(); },
+            Qt::DirectConnection);
         worker->setHeartbeatInterval(heartbeatMs);
         worker->setUnpackPause(0);
     }
@@ -42,14 +46,8 @@ public:
     /** Starts the thread; nothing is fetched yet. */
     void startOffline()
     {
-        // No spy: the signal comes in the worker thread, and a spy must hear it in its own.
-        QSemaphore ready;
-        const auto connection = QObject::connect(
-            worker.get(), &Worker::engineReady, worker.get(), [&ready] { ready.release(); },
-            Qt::DirectConnection);
         worker->start();
-        ready.acquire();
-        QObject::disconnect(connection);
+        m_ready.acquire();
     }
     void goOnline()
     {
@@ -89,6 +87,9 @@ public:
     QSignalSpy finished;
     QSignalSpy progress;
     QSignalSpy error;
+
+private:
+    QSemaphore m_ready;
 };
 
 inline QByteArray contentOf(const QString &path)
