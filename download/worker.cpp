@@ -64,7 +64,7 @@ void Worker::stop()
 {
     // One lock with run(), so that a thread that is just beginning either is told here or sees
     // the queue stopped.
-    const QMutexLocker lock(&m_managerMutex);
+    const std::lock_guard lock(m_managerMutex);
     withManager([](DownloadManager &manager) {
         manager.disconnect();
         manager.exit();
@@ -125,7 +125,7 @@ void Worker::run()
     connect(&manager, &DownloadManager::notifySuspended, &m_interface,
             &DownloadManagerIface::onNotifySuspended, queued);
     {
-        const QMutexLocker lock(&m_managerMutex);
+        const std::lock_guard lock(m_managerMutex);
         m_manager = &manager;
         m_managerAlive = true;
         if (m_queue.stopped)
@@ -136,7 +136,7 @@ void Worker::run()
     exec();
     {
         // Waits for calls that are under way; the pointer stays, it only is not used any more.
-        const QMutexLocker lock(&m_managerMutex);
+        const std::lock_guard lock(m_managerMutex);
         m_managerAlive = false;
     }
     VexaSettings::destroy();

@@ -7,8 +7,7 @@
 #include "download/requestqueue.h"
 #include "vexa_export.h"
 #include <atomic>
-#include <QMutex>
-#include <QMutexLocker>
+#include <mutex>
 #include <QString>
 #include <QThread>
 
@@ -89,7 +88,7 @@ public:
     template <typename Call> bool withManager(Call call)
     {
         // Recursive: a cancel changes the queue, and whoever hears of that may come back here.
-        const QMutexLocker lock(&m_managerMutex);
+        const std::lock_guard lock(m_managerMutex);
         if (!m_managerAlive)
             return false;
         call(*m_manager.load());
@@ -108,7 +107,7 @@ private:
     DownloadManagerIface m_interface;
     RequestQueue<Request> m_queue; // after the interface, which listens to it
     std::atomic<DownloadManager *> m_manager {nullptr}; // on the stack of run()
-    QRecursiveMutex m_managerMutex; // held while the manager is called from outside
+    std::recursive_mutex m_managerMutex; // held while the manager is called from outside
     bool m_managerAlive = false; // under m_managerMutex
     std::atomic<int> m_unpackPause {30};
     std::atomic<bool> m_containedUnpack {false};
