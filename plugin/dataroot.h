@@ -29,7 +29,8 @@ public:
     /** The catalogue folder of the data set with this path suffix: cities()/Tessarin and suffix. */
     static QString catalogFolder(const QString &pathSuffix = QString());
 
-    /** The tile-cache folder of the data set with this path suffix: cities()/diskcache and suffix. */
+    /** The tile-cache folder of the data set with this path suffix: cities()/diskcache and suffix.
+     */
     static QString tileCacheFolder(const QString &pathSuffix = QString());
 
     /** The path whose file system the free space is asked of, "/home/user/MyDocs/.". */

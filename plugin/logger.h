@@ -81,7 +81,7 @@ private:
     L();
     void write(Level kind, const QString &message, const QString &location) const;
 
-    std::atomic<int> m_level { Warning };
+    std::atomic<int> m_level {Warning};
 };
 
 #endif

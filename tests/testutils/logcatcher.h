@@ -7,7 +7,8 @@
 #include <QtGlobal>
 
 /** One message as Qt's message handler received it. */
-struct LogLine {
+struct LogLine
+{
     QtMsgType type;
     QString text;
 };
