@@ -14,7 +14,7 @@ vexa_add_test(download/mainloop)
 vexa_add_test(download/request)
 vexa_add_test(download/download)
 vexa_add_test(download/requestqueue)
-vexa_add_test(download/requestqueuethreads)
+vexa_add_test(download/requestqueuethreads LABELS stress)
 vexa_add_test(download/requestqueuerestore)
 vexa_add_test(download/worker)
 vexa_add_test(download/workerend)
@@ -50,9 +50,8 @@ vexa_add_test(download/killchain LIBRARIES vexa_steptest TIMEOUT 900)
 target_compile_definitions(tst_killchain PRIVATE VEXA_KILLCHILD="$<TARGET_FILE:killchild>")
 add_dependencies(tst_killchain killchild)
 # Worth its time under the thread checker above all: ctest --preset tsan -L stress
-vexa_add_test(download/stress)
+vexa_add_test(download/stress LABELS stress)
 set_tests_properties(download/stress download/requestqueuethreads PROPERTIES
-    LABELS stress
     # Without die_after_fork=0: a thread that starts a program is let off by the checker for good.
     # These tests start none, and would end at once if they did.
     ENVIRONMENT_MODIFICATION
