@@ -4,6 +4,7 @@
 #include "download/download.h"
 #include "download/downloadmanager.h"
 #include "download/request.h"
+#include "download/settingsfile.h"
 #include "download/worker.h"
 #include "plugin/vexasettings.h"
 #include <memory>
@@ -114,6 +115,16 @@ inline Download savedRecord()
     Download record;
     record.deSerialize(*settings);
     return record;
+}
+
+/** Whether queue and record are empty, in memory and on the disk: nothing is left of a request. */
+inline bool isForgotten(const TestEngine &engine, const TemporaryHome &home)
+{
+    const SettingsFile settings(home);
+    return engine.isIdle() && settings.requests().isEmpty()
+        && settings.value(QStringLiteral("download/url")).toString().isEmpty()
+        && settings.value(QStringLiteral("download/fileName")).toString().isEmpty()
+        && settings.value(QStringLiteral("download/bytesReceived")).toLongLong() == 0;
 }
 
 /** Leaves in the settings what an earlier run would have left: a record and its request. */

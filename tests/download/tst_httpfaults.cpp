@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "download/settingsfile.h"
 #include "download/testengine.h"
 #include "testutils/httptestserver.h"
 #include "testutils/logcatcher.h"
@@ -58,8 +57,6 @@ private Q_SLOTS:
     void refusesARedirectionThatLeadsNowhere();
 
 private:
-    bool isForgotten(const TestEngine &engine) const;
-
     std::unique_ptr<TemporaryHome> m_home;
 };
 void HttpFaultsTest::init()
@@ -70,15 +67,6 @@ void HttpFaultsTest::init()
 void HttpFaultsTest::cleanup()
 {
     m_home.reset();
-}
-
-bool HttpFaultsTest::isForgotten(const TestEngine &engine) const
-{
-    const SettingsFile settings(*m_home);
-    return engine.isIdle() && settings.requests().isEmpty()
-        && settings.value(line("download/url")).toString().isEmpty()
-        && settings.value(line("download/fileName")).toString().isEmpty()
-        && settings.value(line("download/bytesReceived")).toLongLong() == 0;
 }
 
 void HttpFaultsTest::refusesARedirectionThatLeadsNowhere()
@@ -92,7 +80,7 @@ void HttpFaultsTest::refusesARedirectionThatLeadsNowhere()
     const QString file = engine.download(server.url("/a"));
 
     EVENTUALLY(engine.error.count() == 1);
-    EVENTUALLY(isForgotten(engine));
+    EVENTUALLY(isForgotten(engine, *m_home));
     QCOMPARE(engine.error.at(0).at(2).toInt(), 1);
     QCOMPARE(log.count(line("[ERROR] Failed: status 304")), 1);
     QVERIFY(!QFile::exists(file));
@@ -140,7 +128,7 @@ void HttpFaultsTest::reportsARefusalOnceAndForgetsTheTransfer()
     const QString file = engine.download(url, line("finland"));
 
     EVENTUALLY(engine.error.count() == 1);
-    EVENTUALLY(isForgotten(engine));
+    EVENTUALLY(isForgotten(engine, *m_home));
     QCOMPARE(engine.error.at(0), QList<QVariant>({2, line("finland"), code, url}));
     QVERIFY(!QFile::exists(file));
     engine.stop();
@@ -186,7 +174,7 @@ void HttpFaultsTest::reportsACutOnceAndForgetsTheTransfer()
     const QString file = engine.download(url, line("finland"));
 
     EVENTUALLY(engine.error.count() + engine.finished.count() == 1);
-    EVENTUALLY(isForgotten(engine));
+    EVENTUALLY(isForgotten(engine, *m_home));
     if (engine.error.count() == 1) {
         QCOMPARE(engine.error.at(0), QList<QVariant>({2, line("finland"), 1, url}));
         QVERIFY(!QFile::exists(file));
@@ -251,7 +239,7 @@ void HttpFaultsTest::reportsAFailureOnceIfErrorAndEndComeApart()
     const QString file = engine.download(server.url("/a"));
 
     EVENTUALLY(engine.error.count() == 1);
-    EVENTUALLY(isForgotten(engine));
+    EVENTUALLY(isForgotten(engine, *m_home));
     engine.stop();
     QCOMPARE(engine.error.count(), 1);
     QCOMPARE(engine.error.at(0).at(2).toInt(), code);
@@ -272,7 +260,7 @@ void HttpFaultsTest::reportsARefusedConnection()
     engine.download(QString());
 
     EVENTUALLY(engine.error.count() == 3);
-    EVENTUALLY(isForgotten(engine));
+    EVENTUALLY(isForgotten(engine, *m_home));
     for (const QList<QVariant> &error : engine.error)
         QCOMPARE(error.at(2).toInt(), 1);
     QCOMPARE(log.count(line("[ERROR] Error: 1")), 1);
@@ -337,7 +325,7 @@ void HttpFaultsTest::refusesAPartThatWasNotAskedFor()
     const QString file = engine.download(server.url("/a"));
 
     EVENTUALLY(engine.error.count() == 1);
-    EVENTUALLY(isForgotten(engine));
+    EVENTUALLY(isForgotten(engine, *m_home));
     QCOMPARE(engine.error.at(0).at(2).toInt(), 4);
     QVERIFY(!QFile::exists(file));
     QCOMPARE(server.requestCount(), 1);

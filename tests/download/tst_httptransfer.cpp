@@ -67,8 +67,6 @@ private Q_SLOTS:
     void waitsForTheServerWithoutWork();
 
 private:
-    bool isForgotten(const TestEngine &engine) const;
-
     std::unique_ptr<TemporaryHome> m_home;
 };
 
@@ -80,15 +78,6 @@ void HttpTransferTest::init()
 void HttpTransferTest::cleanup()
 {
     m_home.reset();
-}
-
-bool HttpTransferTest::isForgotten(const TestEngine &engine) const
-{
-    const SettingsFile settings(*m_home);
-    return engine.isIdle() && settings.requests().isEmpty()
-        && settings.value(line("download/url")).toString().isEmpty()
-        && settings.value(line("download/fileName")).toString().isEmpty()
-        && settings.value(line("download/bytesReceived")).toLongLong() == 0;
 }
 
 void HttpTransferTest::asksForAllBytesAndStoresThem()
@@ -108,7 +97,7 @@ void HttpTransferTest::asksForAllBytesAndStoresThem()
     QCOMPARE(server.requestCount(), 1);
     QCOMPARE(server.request(0).method, QByteArray("GET"));
     QCOMPARE(server.request(0).header("Range"), QByteArray("bytes=0-"));
-    EVENTUALLY(isForgotten(engine));
+    EVENTUALLY(isForgotten(engine, *m_home));
     QCOMPARE(engine.error.count(), 0);
 }
 
@@ -268,7 +257,7 @@ void HttpTransferTest::neverFollowsFromHttpsToHttp()
     const QString file = engine.download(server.url("/a"));
 
     EVENTUALLY(engine.error.count() == 1);
-    EVENTUALLY(isForgotten(engine));
+    EVENTUALLY(isForgotten(engine, *m_home));
     QCOMPARE(engine.error.at(0).at(2).toInt(), 1);
     QCOMPARE(open.requestCount(), 0);
     QCOMPARE(server.requestCount(), 1);
