@@ -195,6 +195,15 @@ QByteArray ContentFile::write(const QString &mapVersion, const QDir &tileCacheFo
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + bytes;
 }
 
+QByteArray ContentFile::writeEmpty(const QString &mapVersion)
+{
+    const QString text =
+        QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<directory map-version=\"")
+        + writable(mapVersion).toHtmlEscaped()
+        + QLatin1String("\">\n<diskcache/>\n<regions/>\n</directory>");
+    return text.toUtf8();
+}
+
 void ContentFile::replace(const QString &path, const QByteArray &bytes)
 {
     QSaveFile file(path);

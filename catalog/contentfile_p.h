@@ -51,6 +51,9 @@ Tables readTables(const QString &path);
 QByteArray write(const QString &mapVersion, const QDir &tileCacheFolder,
                  const QList<QFileInfo> &tiles, const QList<Region> &regions);
 
+/** The bytes of a file of this version that lists neither tiles nor regions. */
+QByteArray writeEmpty(const QString &mapVersion);
+
 /**
  * Puts the bytes in place of the file, all or nothing, with the mode and the owner of the old one;
  * a link stays a link. If the folder takes no new file, the old one is overwritten.

@@ -123,14 +123,13 @@ void MapCatalog::setPathSuffix(QString pathSuffix)
     m_pathSuffix = pathSuffix;
 }
 
-void MapCatalog::initialize()
+void MapCatalog::readVersions()
 {
-    initFolderStructure();
     setInstalledMapsVersion(QString());
     setInstalledMOSVersion(QString(), QString());
 }
 
-void MapCatalog::initFolderStructure()
+void MapCatalog::takeFolders()
 {
     m_baseFolder = QDir(DataRoot::cities());
     m_catalogFolder = QDir(DataRoot::catalogFolder(m_pathSuffix));

@@ -25,7 +25,7 @@
  * addInstalledRegion(). The lists are empty until the first updateCatalog().
  *
  * Lives in the GUI thread. Loading, installing, deleting and writing the content file run the
- * event loop after each item, so QML and timers call in meanwhile. Three rules keep that safe:
+ * event loop after each item, so QML and timers call in meanwhile. Some rules keep that safe:
  *
  *  - updateCatalog() during updateCatalog() is skipped.
  *  - A load (updateCatalog() or one of its two halves) and a change (installing, deleting, writing
@@ -34,6 +34,9 @@
  *    written from half-filled lists, and the user would lose regions.
  *  - A change called from a change runs at once. If it concerns the same region, the newer one
  *    wins and the older one stops.
+ *
+ * What goes over to other folders or replaces them (initialize(), resetInstanceWithPathSuffix() and
+ * so on) waits like a load, for loads and for changes.
  *
  * The regions belong to the catalogue's processor and die at the next load. The lists are emptied
  * before, so they never show a region that is gone. The catalogue may be deleted from its own
@@ -118,8 +121,61 @@ public:
     /** Compares as the user's language sorts: below, equal to or above 0. */
     Q_INVOKABLE int localeAwareCompare(QString strA, QString strB);
 
+    /**
+     * Removes what is in the two folders of the data set, except the voice data. Neither the lists
+     * nor the versions follow, and nothing is emitted: the caller loads anew.
+     */
+    Q_INVOKABLE void removeAllMapData() const;
+
     /** Stores the suffix for the next initFolderStructure(). */
     Q_INVOKABLE void setPathSuffix(QString pathSuffix = QString());
+
+    /**
+     * Works on the data set with this path suffix from now on: takes its folders and reads its
+     * versions. The lists stay as they are until the next updateCatalog().
+     *
+     * With ensureMainTessarinFiles and a suffix that is not empty, the new data set is seeded
+     * before: it gets the catalogue files, the region names and config.cfg of the current one, and
+     * a content file that lists nothing. The suffix is put behind the names of the current
+     * folders, which have the current suffix in them.
+     */
+    Q_INVOKABLE void resetInstanceWithPathSuffix(QString pathSuffix = QString(),
+                                                 bool ensureMainTessarinFiles = false);
+
+    /**
+     * Puts the data set with this suffix in the place of the main one, whose folders are kept as
+     * backups with "_" behind their names; the voice data goes with the new set. The instance
+     * works on the main folders afterwards, but keeps lists and versions until it is told to load.
+     *
+     * Five moves without a check between them: whoever calls this makes sure beforehand that they
+     * can succeed, and knows what to do when the power fails between two.
+     */
+    void swapOriginalFoldersWithSuffixed(const QString &suffix);
+
+    /**
+     * Removes the backups of the current folders, and what is left of the data set with this
+     * suffix. An empty suffix names the current folders themselves: they are removed.
+     */
+    void removeBackupOldFolders(const QString &suffix);
+
+    /**
+     * Runs a command of the platform's shell and waits for its end; does nothing if there is no
+     * shell. What becomes of the command is not told.
+     */
+    void execSystem(QString command) const;
+    /**
+     * The shell's own commands. The arguments are not quoted: a blank separates two, and "*" stands
+     * for many files.
+     */
+    void touchSystem(const QString &path) const;
+    /** Removes files and folders with all that is in them. */
+    void removeSystem(const QString &path) const;
+    /** Makes a folder, but not its parents. */
+    void mkDirSystem(const QString &path) const;
+    /** Copies files. */
+    void copySystem(const QString &from, const QString &to) const;
+    /** Renames, or moves into a folder. */
+    void moveSystem(const QString &from, const QString &to) const;
 
     /** Sets up the folders and reads both versions. */
     void initialize();
@@ -152,12 +208,29 @@ Q_SIGNALS:
     void bussyChanged();
 
 private:
-    enum class Action { UpdateCatalog, LoadAvailable, LoadInstalled, Install, Delete, Write };
+    enum class Action {
+        // Loads.
+        UpdateCatalog,
+        LoadAvailable,
+        LoadInstalled,
+        // Changes of what is installed.
+        Install,
+        Delete,
+        Write,
+        // Changes of the folders.
+        InitFolders,
+        Initialize,
+        Reset,
+        Swap,
+        RemoveBackups,
+        RemoveAll,
+    };
     struct Call
     {
         Action action;
-        QString id;
+        QString id; ///< or the path suffix
         QStringList fileList;
+        bool seed = false;
     };
     using Self = QPointer<MapCatalog>; // null once the event loop or a slot has deleted us
 
@@ -168,13 +241,22 @@ private:
     };
 
     static bool isLoad(Action action);
+    static bool isChange(Action action);
     void start(const Call &call);
     bool mustWait(Action action) const;
-    void remember(const Call &call);
+    void remember(const Call &call) const;
     void perform(const Call &call);
     void performLoad(Action action);
     void performChange(const Call &call);
+    void performFolderChange(const Call &call);
     void performRemembered();
+
+    void takeFolders();
+    void readVersions();
+    void seedDataSet(const QString &suffix) const;
+    void swapFolders(const QString &suffix);
+    void removeBackups(const QString &suffix) const;
+    void removeMapData() const;
 
     void loadAvailable();
     void makeAvailable(MapRegion *region);
@@ -220,9 +302,10 @@ private:
     QHash<QString, QStringList> m_regionTilePaths; // by plain id
 
     bool m_loading = false;
+    bool m_changingFolders = false;
     int m_changes = 0; // the changes under way, one inside the other
     bool m_performingRemembered = false;
-    QList<Call> m_remembered;
+    mutable QList<Call> m_remembered; // also of removeAllMapData(), which is const
     QHash<QString, WasInstalled> m_wasInstalled; // by id; filled while a load runs
     QHash<QString, quint64> m_changeOf; // by id; the number of the region's latest change
     QSet<QString> m_uninstalling; // ids of the regions whose files are being deleted

@@ -38,22 +38,22 @@ void MapCatalog::updateCatalog()
         L::og()->info(QStringLiteral("Skipping action..."));
         return;
     }
-    start({Action::UpdateCatalog, QString(), QStringList()});
+    start({Action::UpdateCatalog, QString(), {}});
 }
 
 void MapCatalog::loadAvailableRegions()
 {
-    start({Action::LoadAvailable, QString(), QStringList()});
+    start({Action::LoadAvailable, QString(), {}});
 }
 
 void MapCatalog::loadInstalledRegions()
 {
-    start({Action::LoadInstalled, QString(), QStringList()});
+    start({Action::LoadInstalled, QString(), {}});
 }
 
 void MapCatalog::updateLocalContentFile()
 {
-    start({Action::Write, QString(), QStringList()});
+    start({Action::Write, QString(), {}});
 }
 
 void MapCatalog::addInstalledRegion(QString id, QStringList fileList)
@@ -63,13 +63,18 @@ void MapCatalog::addInstalledRegion(QString id, QStringList fileList)
 
 void MapCatalog::deleteInstalledRegion(QString id)
 {
-    start({Action::Delete, id, QStringList()});
+    start({Action::Delete, id, {}});
 }
 
 bool MapCatalog::isLoad(Action action)
 {
     return action == Action::UpdateCatalog || action == Action::LoadAvailable
         || action == Action::LoadInstalled;
+}
+
+bool MapCatalog::isChange(Action action)
+{
+    return action == Action::Install || action == Action::Delete || action == Action::Write;
 }
 
 void MapCatalog::start(const Call &call)
@@ -86,14 +91,14 @@ void MapCatalog::start(const Call &call)
 
 bool MapCatalog::mustWait(Action action) const
 {
-    if (m_loading)
+    if (m_loading || m_changingFolders)
         return true;
     if (m_changes > 0)
-        return isLoad(action);
+        return !isChange(action);
     return !m_remembered.isEmpty(); // not before those who came first
 }
 
-void MapCatalog::remember(const Call &call)
+void MapCatalog::remember(const Call &call) const
 {
     // A load that will run anyway, with no change before it, will see the same files.
     if (isLoad(call.action)) {
@@ -109,7 +114,7 @@ void MapCatalog::remember(const Call &call)
 
 void MapCatalog::performRemembered()
 {
-    if (m_performingRemembered || m_loading || m_changes > 0)
+    if (m_performingRemembered || m_loading || m_changingFolders || m_changes > 0)
         return;
     const Self self(this);
     m_performingRemembered = true;
@@ -125,8 +130,10 @@ void MapCatalog::perform(const Call &call)
 {
     if (isLoad(call.action))
         performLoad(call.action);
-    else
+    else if (isChange(call.action))
         performChange(call);
+    else
+        performFolderChange(call);
 }
 
 void MapCatalog::performLoad(Action action)

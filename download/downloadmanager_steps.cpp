@@ -3,7 +3,7 @@
 #include "download/downloadmanager.h"
 
 #include "download/downloadmanager_p.h"
-#include "download/shell_p.h"
+#include "plugin/shell_p.h"
 #include "plugin/dataroot.h"
 #include "plugin/vexaconstants.h"
 #include "plugin/vexasettings.h"

@@ -165,8 +165,13 @@ void MapCatalogTest::hasItsMethodsInOrder()
         text("void setInstalledMOSVersion() "),
         text("MapRegion* region(QString) id"),
         text("int localeAwareCompare(QString,QString) strA,strB"),
+        text("void removeAllMapData() "),
         text("void setPathSuffix(QString) pathSuffix"),
         text("void setPathSuffix() "),
+        text("void resetInstanceWithPathSuffix(QString,bool) "
+             "pathSuffix,ensureMainTessarinFiles"),
+        text("void resetInstanceWithPathSuffix(QString) pathSuffix"),
+        text("void resetInstanceWithPathSuffix() "),
     };
     QCOMPARE(found, expected);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "download/fakesystem.h"
-#include "download/shell_p.h"
+#include "plugin/shell_p.h"
 #include "testutils/archivebuilder.h"
 #include "testutils/childprogram.h"
 #include "testutils/temporaryhome.h"

@@ -3,6 +3,7 @@
 #define VEXA_SHELL_P_H
 
 #include "vexa_export.h"
+#include <QByteArray>
 #include <QString>
 
 /**
@@ -22,10 +23,13 @@ VEXA_EXPORT QString quoted(const QString &path);
 
 /**
  * Runs the command and returns what system() returns, 0 for success. A Ctrl-C meant for this
- * program does not reach the command. If a killed run of the program has left a command that is
- * still at work, waits for it first, up to a minute.
+ * program does not reach the command. If a killed run of the program has left a command of the
+ * download engine that is still at work, waits for it first, up to a minute.
  */
 VEXA_EXPORT int run(const QString &command);
+
+/** As run(), but waits for nobody: for commands that have nothing to do with the engine's files. */
+VEXA_EXPORT int runAtOnce(const QByteArray &command);
 
 } // namespace Shell
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "download/shell_p.h"
+#include "plugin/shell_p.h"
 
 #include "plugin/vexaconstants.h"
 #include <algorithm>
@@ -103,6 +103,11 @@ QString Shell::quoted(const QString &path)
 int Shell::run(const QString &command)
 {
     const OneAtATime turn;
+    return runAtOnce(QFile::encodeName(command));
+}
+
+int Shell::runAtOnce(const QByteArray &command)
+{
     const SignalsHeldBack heldBack;
-    return std::system(QFile::encodeName(command).constData()); // NOLINT: see above
+    return std::system(command.constData()); // NOLINT: see above
 }
