@@ -2,7 +2,7 @@
 #include "catalog/contentfile_p.h"
 
 #include "catalog/tilefile_p.h"
-#include "catalog/xmlfilereader_p.h"
+#include "plugin/xmlfilereader_p.h"
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>

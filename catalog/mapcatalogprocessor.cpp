@@ -3,7 +3,7 @@
 
 #include "catalog/contentfile_p.h"
 #include "catalog/mapregion.h"
-#include "catalog/xmlfilereader_p.h"
+#include "plugin/xmlfilereader_p.h"
 #include <QCoreApplication>
 #include <QFile>
 #include <QHash>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "catalog/xmlfilereader_p.h"
+#include "plugin/xmlfilereader_p.h"
 
 #include "plugin/qtcompat.h"
 #include <cstring>
