@@ -3,16 +3,16 @@
 
 #include "catalog/tilefile_p.h"
 #include "plugin/xmlfilereader_p.h"
+#include "plugin/xmlfilewriter_p.h"
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSet>
 #include <QXmlStreamWriter>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
+
+using XmlFileWriter::writable;
 
 const QLatin1String Directory("directory");
 const QLatin1String MapVersion("map-version");
@@ -54,33 +54,6 @@ void readRegions(XmlFileReader &xml, ListedTiles *tiles)
         QList<ListedTile> &list = (*tiles)[xml.value(Id).mid(1)];
         forEachChild(xml, [&] { list.append({xml.value(Name), xml.value(Path)}); });
     });
-}
-
-// Characters that no XML file may hold; with one of them inside, the file would be lost to every
-// reader. Not dropped: what is left could be the name of another file.
-QString writable(QString text)
-{
-    for (int i = 0; i < text.size(); ++i) {
-        const ushort c = text.at(i).unicode();
-        const bool isPair =
-            text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
-        if (isPair)
-            ++i;
-        else if ((c < 0x20 && c != '\t' && c != '\n' && c != '\r') || c >= 0xfffe
-                 || text.at(i).isSurrogate())
-            text[i] = QChar(QChar::ReplacementCharacter);
-    }
-    return text;
-}
-
-void keepOwner(const QString &path, const QSaveFile &file)
-{
-    struct stat old = {};
-    if (stat(QFile::encodeName(path).constData(), &old) != 0)
-        return;
-    // Only the superuser may give files away; for the others the file is their own anyway.
-    if (fchown(file.handle(), old.st_uid, old.st_gid) == 0)
-        fchmod(file.handle(), old.st_mode & 07777);
 }
 
 } // namespace
@@ -202,18 +175,4 @@ QByteArray ContentFile::writeEmpty(const QString &mapVersion)
         + writable(mapVersion).toHtmlEscaped()
         + QLatin1String("\">\n<diskcache/>\n<regions/>\n</directory>");
     return text.toUtf8();
-}
-
-void ContentFile::replace(const QString &path, const QByteArray &bytes)
-{
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    keepOwner(path, file);
-    // What fails is not reported; a file that is not committed leaves the old one as it was.
-    if (file.write(bytes) == bytes.size())
-        file.commit();
-    else
-        file.cancelWriting();
 }

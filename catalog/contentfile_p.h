@@ -54,12 +54,6 @@ QByteArray write(const QString &mapVersion, const QDir &tileCacheFolder,
 /** The bytes of a file of this version that lists neither tiles nor regions. */
 QByteArray writeEmpty(const QString &mapVersion);
 
-/**
- * Puts the bytes in place of the file, all or nothing, with the mode and the owner of the old one;
- * a link stays a link. If the folder takes no new file, the old one is overwritten.
- */
-void replace(const QString &path, const QByteArray &bytes);
-
 } // namespace ContentFile
 
 #endif

@@ -4,6 +4,7 @@
 
 #include "catalog/contentfile_p.h"
 #include "plugin/shell_p.h"
+#include "plugin/xmlfilewriter_p.h"
 
 namespace {
 
@@ -95,7 +96,7 @@ void MapCatalog::seedDataSet(const QString &suffix) const
     copySystem(m_catalogFolderPath + QLatin1String("/catalog*"), catalogFolder);
     const QString contentFile = catalogFolder + QLatin1String("content.xml");
     touchSystem(contentFile);
-    ContentFile::replace(contentFile, ContentFile::writeEmpty(m_installedMapsVersion));
+    XmlFileWriter::replace(contentFile, ContentFile::writeEmpty(m_installedMapsVersion));
     copySystem(m_catalogFolderPath + QLatin1String("/regionname*"), catalogFolder);
 
     const QString tileCacheFolder = m_tileCacheFolderPath + suffix + Slash;

@@ -4,6 +4,7 @@
 #include "catalog/contentfile_p.h"
 #include "catalog/mapregion.h"
 #include "plugin/xmlfilereader_p.h"
+#include "plugin/xmlfilewriter_p.h"
 #include <QCoreApplication>
 #include <QFile>
 #include <QHash>
@@ -243,7 +244,7 @@ void MapCatalogProcessor::updateLocalContent(const QString &contentFilePath,
     if (writeCounts()->of(path) != writtenBefore)
         return;
     writeCounts()->add(path);
-    ContentFile::replace(path, bytes);
+    XmlFileWriter::replace(path, bytes);
 }
 
 QList<QFileInfo> MapCatalogProcessor::findInstalledTiles(const QDir &tileCacheFolder) const
