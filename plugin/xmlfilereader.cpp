@@ -10,8 +10,8 @@ namespace {
 
 constexpr int ChunkBytes = 64 * 1024;
 // The stream reader compares every attribute of a tag with every other: a hundred thousand of them
-// take it half a minute. It shows none before it has them all, so their quotes are counted.
-constexpr int MaxQuotes = 10 * XmlFileReader::MaxAttributes;
+// take it half a minute. It shows none before it has them all, so their values are counted.
+constexpr int MaxValues = 10 * XmlFileReader::MaxAttributes;
 // A reference to an entity takes three bytes, so even a tag full of them stays below 100 MB.
 constexpr int MaxEntityCharacters = 128;
 
@@ -65,7 +65,7 @@ public:
 protected:
     qint64 readData(char *data, qint64 maxSize) override
     {
-        if (m_itemBytes > MaxItemBytes || m_quotes > MaxQuotes)
+        if (m_itemBytes > MaxItemBytes || m_values > MaxValues)
             return -1;
         if (m_position == m_bytes.size() && !refill())
             return -1;
@@ -73,19 +73,29 @@ protected:
         memcpy(data, m_bytes.constData() + m_position, size_t(size));
         m_position += int(size);
         m_itemBytes += size;
-        countQuotes(data, size);
+        countValues(data, size);
         return size;
     }
     qint64 writeData(const char *, qint64) override { return -1; }
 
 private:
-    void countQuotes(const char *data, qint64 size)
+    // Strict files may be in any encoding, where a quote's byte can be half of a letter: there each
+    // one counts. Else the count is exact in start tags, where "<" cannot stand in a value.
+    void countValues(const char *data, qint64 size)
     {
         for (const char *end = data + size; data != end; ++data) {
-            if (*data == '<')
-                m_quotes = 0;
-            else if (*data == '"' || *data == '\'')
-                ++m_quotes;
+            const bool isQuote = *data == '"' || *data == '\'';
+            if (*data == '<') {
+                m_values = 0;
+                m_within = '<';
+            } else if (isQuote && (m_within == '<' || m_encoding == Strict)) {
+                ++m_values;
+                m_within = *data;
+            } else if (isQuote && m_within == *data) {
+                m_within = '<';
+            } else if (*data == '>' && m_within == '<') {
+                m_within = '>';
+            }
         }
     }
 
@@ -127,7 +137,8 @@ private:
     QByteArray m_bytes;
     int m_position = 0;
     qint64 m_itemBytes = 0; // since the last element began or ended
-    int m_quotes = 0; // since the last "<"
+    int m_values = 0; // that have begun since the last "<"
+    char m_within = '>'; // '<' in a tag, its quote in a value, '>' between tags
 };
 
 XmlFileReader::XmlFileReader(const QString &path, Encoding encoding)

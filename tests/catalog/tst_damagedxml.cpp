@@ -28,6 +28,7 @@ private Q_SLOTS:
     void encodings_data();
     void encodings();
     void aCharacterMayBeCutByTheChunksOfReading();
+    void quotesInAValueAreNoAttributes();
     void theContentFileIsUsedWholeOrNotAtAll_data();
     void theContentFileIsUsedWholeOrNotAtAll();
     void everyCutOfAContentFileGivesNothing();
@@ -233,6 +234,16 @@ void DamagedXmlTest::aCharacterMayBeCutByTheChunksOfReading()
         wide.append(reinterpret_cast<const char *>(plain.utf16()), plain.size() * 2);
         QCOMPARE(regions(wide), QString::fromUtf8(map));
     }
+}
+
+void DamagedXmlTest::quotesInAValueAreNoAttributes()
+{
+    const QByteArray apostrophes(100000, '\'');
+    const QByteArray quotes(100000, '"');
+
+    QCOMPARE(regions("<c>" + fileElement("A") + "<x y=\"" + apostrophes + "\" z='" + quotes + "'/>"
+                     + apostrophes + fileElement("B") + "</c>"),
+             text("A B"));
 }
 
 void DamagedXmlTest::theContentFileIsUsedWholeOrNotAtAll_data()
