@@ -55,3 +55,4 @@ void addRefreshCommand(CommandList &commands);
 void addInstallCommands(CommandList &commands);
 void addRemoveCommand(CommandList &commands);
 void addCancelCommand(CommandList &commands);
+void addCitiesCommand(CommandList &commands);

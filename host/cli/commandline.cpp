@@ -37,6 +37,7 @@ CommandLine::CommandLine(SignalWatcher *signalWatcher)
     addRemoveCommand(m_commands);
     addStatusCommand(m_commands);
     addCancelCommand(m_commands);
+    addCitiesCommand(m_commands);
 }
 
 void CommandLine::addSharedOptions(QCommandLineParser &parser) const

@@ -14,6 +14,7 @@ add_dependencies(vexa_hosttest vexa-maps)
 
 vexa_add_test(host/catalogrefresher LIBRARIES vexa_hosttest)
 vexa_add_test(host/cli LIBRARIES vexa_hosttest)
+vexa_add_test(host/clicities LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliinstall LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliinterrupt LIBRARIES vexa_hosttest)
 vexa_add_test(host/clikill LIBRARIES vexa_hosttest TIMEOUT 400)

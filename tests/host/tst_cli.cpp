@@ -49,7 +49,7 @@ void CliTest::helpShowsCommandsExamplesAndExitCodes()
 
     QCOMPARE(run.code, 0);
     for (const char *text : {"refresh", "list", "info", "install", "resume", "remove", "status",
-                             "cancel", "Examples:", "Exit codes:", "130"})
+                             "cancel", "cities", "Examples:", "Exit codes:", "130"})
         QVERIFY2(run.out.contains(text), text);
     QVERIFY(run.err.isEmpty());
 }
@@ -58,7 +58,7 @@ void CliTest::everyCommandHasHelpWithExamples_data()
 {
     QTest::addColumn<QString>("command");
     for (const char *name :
-         {"refresh", "list", "info", "install", "resume", "remove", "status", "cancel"})
+         {"refresh", "list", "info", "install", "resume", "remove", "status", "cancel", "cities"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
