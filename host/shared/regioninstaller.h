@@ -72,6 +72,8 @@ public:
     void setOnline(bool online);
     void setWifi(bool wifi);
     void setMobileAllowed(bool allowed);
+    /** All three at once: downloads never run by a mixture of what was and what is. */
+    void setNetwork(bool online, bool wifi, bool mobileAllowed);
     void setBaseUri(const QString &baseUri);
 
     /**
@@ -153,6 +155,7 @@ private:
     void lookForVanished();
     void settleVanished(const Run &run);
     void applyNetwork();
+    void holdEngine();
     void updateWaiting();
     bool networkUsable() const;
     WaitReason currentWait() const;

@@ -6,6 +6,7 @@
 #include "download/worker.h"
 #include "host/shared/attempttag.h"
 #include "host/shared/regioninstaller.h"
+#include "host/shared/savedqueue.h"
 #include <algorithm>
 
 using Phase = PendingInstall::Phase;
@@ -38,7 +39,10 @@ void RegionInstaller::connectEngine()
 void RegionInstaller::onEngineReady()
 {
     m_engineReady = true;
-    applyNetwork();
+    if (m_paused)
+        holdEngine();
+    else
+        applyNetwork();
     updateWaiting();
     schedulePump();
 }
@@ -168,12 +172,13 @@ void RegionInstaller::onError(int operation, const QString &id, int code, const 
     noteBusy();
 }
 
-// Cancelling always resumes the engine, also when the user had paused it.
+// Cancelling always resumes the engine, also when the user had paused it. What follows in its queue
+// cannot run off: while paused it may not go online.
 void RegionInstaller::cancelInEngine(const QString &url)
 {
     m_iface->cancel(url);
-    if (m_paused && !m_iface->suspended())
-        m_iface->suspend();
+    if (m_paused)
+        holdEngine();
 }
 
 void RegionInstaller::dropRun(const Run &run)
@@ -281,27 +286,26 @@ bool RegionInstaller::mobileAllowed() const
 
 void RegionInstaller::setOnline(bool online)
 {
-    if (online == m_online)
-        return;
-    m_online = online;
-    applyNetwork();
-    Q_EMIT networkChanged();
+    setNetwork(online, m_wifi, m_mobileAllowed);
 }
 
 void RegionInstaller::setWifi(bool wifi)
 {
-    if (wifi == m_wifi)
-        return;
-    m_wifi = wifi;
-    applyNetwork();
-    Q_EMIT networkChanged();
+    setNetwork(m_online, wifi, m_mobileAllowed);
 }
 
 void RegionInstaller::setMobileAllowed(bool allowed)
 {
-    if (allowed == m_mobileAllowed)
+    setNetwork(m_online, m_wifi, allowed);
+}
+
+void RegionInstaller::setNetwork(bool online, bool wifi, bool mobileAllowed)
+{
+    if (online == m_online && wifi == m_wifi && mobileAllowed == m_mobileAllowed)
         return;
-    m_mobileAllowed = allowed;
+    m_online = online;
+    m_wifi = wifi;
+    m_mobileAllowed = mobileAllowed;
     applyNetwork();
     Q_EMIT networkChanged();
 }
@@ -311,19 +315,24 @@ bool RegionInstaller::networkUsable() const
     return m_online && (m_wifi || m_mobileAllowed);
 }
 
-// The engine looks at the Wi-Fi only when it is asked whether it may go online.
+// The engine looks at the Wi-Fi only when it is asked whether it may go online. What forbids is
+// said first and what permits last, so that no moment in between lets a request out.
 void RegionInstaller::applyNetwork()
 {
     if (!m_engineReady)
         return;
+    // The network's return lifts a suspension that the network has caused. The user may have paused
+    // since; then the engine must not hear of the return.
+    const bool mayGoOnline = m_online && !m_paused;
+    if (!mayGoOnline)
+        m_iface->allowGoOnline(false);
     m_iface->setHasWiFi(m_wifi);
     m_iface->allowGprsConnection(m_mobileAllowed);
-    m_iface->allowGoOnline(m_online);
+    if (mayGoOnline)
+        m_iface->allowGoOnline(true);
     // A resume() that came while there was no network was refused; the wish still stands.
     if (!m_paused && networkUsable() && m_iface->suspended())
         m_iface->resume();
-    if (m_paused && !m_iface->suspended())
-        m_iface->suspend();
     updateWaiting();
 }
 
@@ -332,23 +341,30 @@ void RegionInstaller::pause()
     if (m_paused)
         return;
     m_paused = true;
-    if (m_engineReady) {
-        // Suspended by the network, the engine would not hear of the user's wish, and go on when
-        // the network returns.
-        if (m_iface->suspended())
-            m_iface->resume(NetworkCause);
-        m_iface->suspend();
-    }
+    if (m_engineReady)
+        holdEngine();
     updateWaiting();
     Q_EMIT pausedChanged();
+}
+
+// An engine that the network has suspended takes no notice of the user's wish. To resume it for a
+// moment would set its transfer going, so it is left as it is, and the wish is written for it.
+void RegionInstaller::holdEngine()
+{
+    if (!m_iface->suspended())
+        m_iface->suspend();
+    SavedQueue::setPausedByUser(true);
+    applyNetwork();
 }
 
 void RegionInstaller::resume()
 {
     const bool before = paused();
     m_paused = false;
-    if (m_engineReady && networkUsable())
-        m_iface->resume();
+    if (m_engineReady) {
+        SavedQueue::setPausedByUser(false);
+        applyNetwork();
+    }
     updateWaiting();
     if (before)
         Q_EMIT pausedChanged();

@@ -11,6 +11,11 @@
 
 namespace {
 
+QString suspendedKey()
+{
+    return QStringLiteral("isSuspended");
+}
+
 QString arrayName()
 {
     return QStringLiteral("requests");
@@ -101,7 +106,16 @@ bool SavedQueue::pausedByUser()
 {
     const VexaSettings::Locker settings;
     settings->sync();
-    return settings->value(QStringLiteral("isSuspended"), false).toBool();
+    return settings->value(suspendedKey(), false).toBool();
+}
+
+void SavedQueue::setPausedByUser(bool paused)
+{
+    const VexaSettings::Locker settings;
+    if (settings->value(suspendedKey(), false).toBool() == paused)
+        return;
+    settings->setValue(suspendedKey(), paused);
+    settings->sync();
 }
 
 void SavedQueue::removeBrokenLock()

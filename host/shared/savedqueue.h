@@ -27,6 +27,8 @@ int removeIf(const std::function<bool(const Request &)> &unwanted);
 
 /** Whether the user had paused the engine when it last ran. */
 bool pausedByUser();
+/** Makes it so for the next start. Also while an engine runs: it is not told. */
+void setPausedByUser(bool paused);
 
 /**
  * Removes the lock of the settings file if a killed program left it without its process id: Qt

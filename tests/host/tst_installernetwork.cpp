@@ -27,6 +27,8 @@ private Q_SLOTS:
     void aPauseWithoutNetworkHoldsWhenItReturns();
     void aResumeWithoutNetworkTakesEffectWhenItReturns();
     void aPauseSurvivesARestart();
+    void aPauseWithoutNetworkSurvivesARestart();
+    void aPauseBeforeTheEngineIsReadySurvivesARestart();
 
 private:
     std::unique_ptr<InstallerRig> rig;
@@ -131,6 +133,43 @@ void InstallerNetworkTest::aPauseSurvivesARestart()
     rig->openSession();
 
     QTRY_COMPARE(rig->installer().waitReason(Fi), QStringLiteral("pausedByUser"));
+    QVERIFY(rig->installer().paused());
+    rig->installer().resume();
+    QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("installed"), 30000);
+}
+
+void InstallerNetworkTest::aPauseWithoutNetworkSurvivesARestart()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt"}));
+    rig->content.addRegion(Se, QStringLiteral("Sweden"), tilesOf({"0/1/b.cdt"}));
+    rig->openSession();
+    rig->installer().setWifi(false);
+    QVERIFY(rig->installer().install(Fi));
+    QVERIFY(rig->installer().install(Se));
+    QTRY_COMPARE(rig->state(Fi), QStringLiteral("waiting"));
+    rig->installer().pause();
+    QVERIFY(rig->installer().cancel(Fi)); // which wakes the engine
+    QTRY_COMPARE(rig->state(Se), QStringLiteral("waiting"));
+
+    rig->openSession();
+
+    QVERIFY(rig->installer().paused());
+    QTRY_COMPARE(rig->installer().waitReason(Se), QStringLiteral("pausedByUser"));
+    QVERIFY(rig->server.accessLog().isEmpty());
+    rig->installer().resume();
+    QTRY_COMPARE_WITH_TIMEOUT(rig->state(Se), QStringLiteral("installed"), 30000);
+}
+
+void InstallerNetworkTest::aPauseBeforeTheEngineIsReadySurvivesARestart()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt"}));
+    rig->openSession();
+    rig->installer().pause();
+    QVERIFY(rig->installer().install(Fi));
+    QTRY_COMPARE(rig->state(Fi), QStringLiteral("waiting"));
+
+    rig->openSession();
+
     QVERIFY(rig->installer().paused());
     rig->installer().resume();
     QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("installed"), 30000);
