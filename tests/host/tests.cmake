@@ -3,6 +3,7 @@ if(NOT VEXA_BUILD_HOST)
     return()
 endif()
 add_library(vexa_hosttest STATIC
+    host/fakenetworkmanager.cpp host/fakenetworkmanager.h
     host/installerrig.h
     host/mapsprogram.h
     host/testcontent.cpp host/testcontent.h)
@@ -25,5 +26,7 @@ vexa_add_test(host/installerfailures LIBRARIES vexa_hosttest)
 vexa_add_test(host/installernetwork LIBRARIES vexa_hosttest)
 vexa_add_test(host/installerqml LIBRARIES vexa_hosttest)
 vexa_add_test(host/installrecovery LIBRARIES vexa_hosttest)
+vexa_add_test(host/networkbinding LIBRARIES vexa_hosttest)
+vexa_add_test(host/networkstate LIBRARIES vexa_hosttest)
 vexa_add_test(host/regioninstaller LIBRARIES vexa_hosttest)
 vexa_add_test(host/regionmodel LIBRARIES vexa_host)
