@@ -28,13 +28,23 @@ public:
     Arguments wants() const override { return Arguments::AtLeastOne; }
     QStringList examples() const override
     {
-        return {QStringLiteral("remove FI"), QStringLiteral("remove Finland Sweden")};
+        return {QStringLiteral("remove FI"), QStringLiteral("remove Finland Sweden"),
+                QStringLiteral("remove --dry-run FI SE")};
+    }
+    void addOptions(QCommandLineParser &parser) override
+    {
+        parser.addOption({QStringLiteral("dry-run"),
+                          tr("Only say what would be freed and what would stay. Sizes are those of "
+                             "the files' contents; the file system may give them more room.")});
     }
     int run(const QCommandLineParser &parser, CommandContext &context) override
     {
+        const bool dryRun = parser.isSet(QStringLiteral("dry-run"));
         DataSetLock lock;
-        if (const int code = takeLock(&lock, context))
-            return code;
+        if (!dryRun) {
+            if (const int code = takeLock(&lock, context))
+                return code;
+        }
         MapCatalog catalog;
         catalog.updateCatalog();
         const auto ids =
@@ -43,6 +53,8 @@ public:
             return ExitUnknownRegion;
         if (!mayBeRemoved(catalog, *ids, context.console))
             return ExitFailure;
+        if (dryRun)
+            return showPlan(catalog, *ids, context);
         QJsonArray report;
         int code = ExitOk;
         for (const QString &id : *ids) {
@@ -74,6 +86,61 @@ private:
         return allMay;
     }
 
+    static QJsonObject reportOf(const RemovalFigures &figures, bool removed)
+    {
+        return {{QStringLiteral("id"), figures.id},
+                {QStringLiteral("removed"), removed},
+                {QStringLiteral("freedFiles"), figures.freedFiles},
+                {QStringLiteral("freedBytes"), double(figures.freedBytes)},
+                {QStringLiteral("keptFiles"), figures.keptFiles},
+                {QStringLiteral("keptBytes"), double(figures.keptBytes)},
+                {QStringLiteral("neededBy"), QJsonArray::fromStringList(figures.neededBy)}};
+    }
+
+    static int showPlan(MapCatalog &catalog, const QStringList &ids, CommandContext &context)
+    {
+        const RemovalPlan plan =
+            RegionFiles::planRemoval(&catalog, ids, DataRoot::tileCacheFolder());
+        QJsonArray report;
+        for (const RemovalFigures &figures : plan.regions) {
+            QJsonObject object = reportOf(figures, false);
+            object.insert(QStringLiteral("dryRun"), true);
+            report.append(object);
+        }
+        if (context.json) {
+            context.console.json(QJsonDocument(report));
+            return ExitOk;
+        }
+        for (const RemovalFigures &figures : plan.regions)
+            showFigures(catalog, label(catalog, figures.id), figures, context.console);
+        if (plan.regions.size() > 1)
+            showFigures(catalog, tr("In total"), plan.total, context.console);
+        return ExitOk;
+    }
+
+    static void showFigures(MapCatalog &catalog, const QString &label,
+                            const RemovalFigures &figures, Console &console)
+    {
+        console.result(tr("%1: %2 tiles, %3 would be freed.")
+                           .arg(label)
+                           .arg(figures.freedFiles)
+                           .arg(RegionWords::size(figures.freedBytes)));
+        if (figures.keptFiles == 0)
+            return;
+        QStringList needing;
+        for (const QString &id : figures.neededBy)
+            needing.append(RemoveCommand::label(catalog, id));
+        console.result(
+            tr("  %1 tiles (%2) would stay, needed by %3.")
+                .arg(figures.keptFiles)
+                .arg(RegionWords::size(figures.keptBytes), needing.join(QLatin1String(", "))));
+    }
+
+    static QString label(MapCatalog &catalog, const QString &id)
+    {
+        return QStringLiteral("%1 (%2)").arg(id, RegionLookup::displayName(*catalog.region(id)));
+    }
+
     static bool removeOne(MapCatalog &catalog, const QString &id, CommandContext &context,
                           QJsonArray *report)
     {
@@ -84,12 +151,7 @@ private:
         catalog.updateCatalog();
         const MapRegion *region = catalog.region(id);
         const bool gone = !region || !region->installed();
-        report->append(QJsonObject {{QStringLiteral("id"), id},
-                                    {QStringLiteral("removed"), gone},
-                                    {QStringLiteral("freedFiles"), figures.freedFiles},
-                                    {QStringLiteral("freedBytes"), double(figures.freedBytes)},
-                                    {QStringLiteral("keptFiles"), figures.keptFiles},
-                                    {QStringLiteral("keptBytes"), double(figures.keptBytes)}});
+        report->append(reportOf(figures, gone));
         if (!gone) {
             context.console.error(
                 tr("%1 is still recorded: the content file cannot be written.").arg(id));

@@ -9,13 +9,28 @@
 class MapCatalog;
 class MapRegion;
 
-/** What a removal frees and keeps. Of files that are gone already neither is counted. */
+/**
+ * What a removal frees and keeps. Files that are gone already are not counted, nor are entries that
+ * lead out of the tile cache, which a removal leaves alone. Bytes are the files' contents, not the
+ * blocks that the file system gives them; of a tile with several names (hard links) they come free
+ * with the last name.
+ */
 struct RemovalFigures
 {
+    QString id; ///< empty for a total
     int freedFiles = 0;
     qint64 freedBytes = 0;
     int keptFiles = 0; ///< other installed regions list them
     qint64 keptBytes = 0;
+    QStringList neededBy; ///< ids of those regions, in the catalogue's order
+};
+
+/** What the removal of several regions, one after the other, comes to. */
+struct RemovalPlan
+{
+    QList<RemovalFigures> regions; ///< each as it is when those before it are gone
+    /** What is freed in all, and what still stays when the last one is gone. */
+    RemovalFigures total;
 };
 
 /** Questions about installed regions and their tiles. GUI thread, while no load is under way. */
@@ -30,6 +45,13 @@ QStringList ofOthers(MapCatalog *catalog, const QString &id);
 /** What a removal of the region would free and keep now. */
 RemovalFigures removalFigures(MapCatalog *catalog, const QString &id,
                               const QString &tileCacheFolder);
+
+/**
+ * What removing these regions in this order would free and keep; changes nothing. Ids that are not
+ * installed, or come a second time, are left out.
+ */
+RemovalPlan planRemoval(MapCatalog *catalog, const QStringList &ids,
+                        const QString &tileCacheFolder);
 
 /** Bytes of the region's tiles that are on disk. */
 qint64 sizeOnDisk(const MapRegion &region, const QString &tileCacheFolder);

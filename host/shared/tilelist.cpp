@@ -30,7 +30,8 @@ QString TileList::plain(const QString &entry)
     result.replace(QLatin1Char('\\'), QLatin1Char('/'));
     while (result.startsWith(QLatin1Char('/')))
         result.remove(0, 1);
-    return result;
+    // As the catalogue compares them when it asks who else needs a file.
+    return QDir::cleanPath(result);
 }
 
 QStringList TileList::missing(const QStringList &tiles, const QString &folder)

@@ -3,6 +3,7 @@ if(NOT VEXA_BUILD_HOST)
     return()
 endif()
 add_library(vexa_hosttest STATIC
+    host/disksize.h
     host/fakenetworkmanager.cpp host/fakenetworkmanager.h
     host/installerrig.h
     host/mapsprogram.h
@@ -16,6 +17,7 @@ add_dependencies(vexa_hosttest vexa-maps)
 vexa_add_test(host/catalogrefresher LIBRARIES vexa_hosttest)
 vexa_add_test(host/cli LIBRARIES vexa_hosttest)
 vexa_add_test(host/clicities LIBRARIES vexa_hosttest)
+vexa_add_test(host/clidryrun LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliinstall LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliinterrupt LIBRARIES vexa_hosttest)
 vexa_add_test(host/clikill LIBRARIES vexa_hosttest TIMEOUT 400)
@@ -30,3 +32,4 @@ vexa_add_test(host/networkbinding LIBRARIES vexa_hosttest)
 vexa_add_test(host/networkstate LIBRARIES vexa_hosttest)
 vexa_add_test(host/regioninstaller LIBRARIES vexa_hosttest)
 vexa_add_test(host/regionmodel LIBRARIES vexa_host)
+vexa_add_test(host/regionpreview LIBRARIES vexa_hosttest)

@@ -63,6 +63,7 @@ void HostValuesTest::contentPathsBecomeArchivePaths()
 {
     QCOMPARE(TileList::plain(QStringLiteral("\\a\\3\\x.cdt")), QStringLiteral("a/3/x.cdt"));
     QCOMPARE(TileList::plain(QStringLiteral("a/3/x.cdt")), QStringLiteral("a/3/x.cdt"));
+    QCOMPARE(TileList::plain(QStringLiteral("/a/./3//x.cdt")), QStringLiteral("a/3/x.cdt"));
     QCOMPARE(TileList::plain(QString()), QString());
 }
 
