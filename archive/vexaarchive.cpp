@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "archive/vexaarchive.h"
 
+#include "archive/archivenames_p.h"
 #include "archive/temporaryfile_p.h"
 #include "archive/unpackfolder_p.h"
 #include "plugin/logger.h"
 #include <archive.h>
 #include <archive_entry.h>
-#include <locale.h>
 #include <QIODevice>
 #include <QThread>
 
@@ -16,42 +16,8 @@ constexpr size_t ReadBlockSize = 10240;
 constexpr int DataBufferSize = 400960;
 constexpr int LibraryMiscError = -1; // libarchive's own "something", in no public header of it
 
-/**
- * Gives the calling thread a UTF-8 locale while it lives. libarchive converts names by the locale:
- * in another one, pax headers become warnings and names of 7z files null. Never held while a
- * signal is emitted, so that slots run in the locale of the program.
- */
-class Utf8Locale
-{
-public:
-    Utf8Locale()
-        : m_previous(uselocale(utf8()))
-    { }
-    ~Utf8Locale() { uselocale(m_previous); }
-    Q_DISABLE_COPY(Utf8Locale)
-
-private:
-    static locale_t utf8()
-    {
-        // Kept for good: other threads may be using it. Null, on a system without this locale,
-        // makes uselocale() change nothing.
-        static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-        return locale;
-    }
-
-    locale_t m_previous;
-};
-
-/** UTF-8 if it is that, else Latin-1, in which every byte is some character. Null gives null. */
-QString decoded(const char *bytes)
-{
-    if (!bytes)
-        return QString();
-    // Behind a slash, where fromUtf8() does not drop a byte order mark.
-    const QByteArray guarded = QByteArray("/").append(bytes);
-    const QString text = QString::fromUtf8(guarded);
-    return text.toUtf8() == guarded ? text.mid(1) : QString::fromLatin1(bytes);
-}
+using ArchiveNames::decoded;
+using ArchiveNames::Utf8Locale;
 
 QString libraryText(archive *handle)
 {
