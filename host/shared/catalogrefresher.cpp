@@ -6,18 +6,17 @@
 #include "download/downloadmanageriface.h"
 #include "download/request.h"
 #include "host/shared/attempttag.h"
+#include "host/shared/mapsversion.h"
 #include "host/shared/tilelist.h"
 #include <algorithm>
 #include <cstdio>
 #include <QDir>
 #include <QFile>
-#include <QRegularExpression>
 #include <QUrl>
 #include <QXmlStreamReader>
 
 namespace {
 
-constexpr int MaxVersionFile = 4096; // bytes; a longer file is no version
 const char *const IdPrefix = "refresh:";
 const char *const FallbackCode = "001";
 
@@ -31,15 +30,12 @@ QString namesName(const QString &code)
     return QStringLiteral("regionname-lang-%1.xml").arg(code);
 }
 
-// It becomes part of a file name.
 QString versionIn(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > MaxVersionFile)
+    if (!file.open(QIODevice::ReadOnly))
         return QString();
-    const QString version = QString::fromUtf8(file.readAll()).trimmed();
-    static const QRegularExpression form(QStringLiteral("\\A[0-9A-Za-z][0-9A-Za-z._-]{0,63}\\z"));
-    return form.match(version).hasMatch() ? version : QString();
+    return MapsVersion::parse(file.read(MapsVersion::MaxFileSize + 1));
 }
 
 // The catalogue's reader takes what it can get; a file that was cut must not pass for whole.
@@ -61,18 +57,6 @@ bool listsRegions(const QString &path)
     const QList<MapRegion *> regions = processor.readCatalog(path);
     return std::any_of(regions.begin(), regions.end(),
                        [](const MapRegion *region) { return region != nullptr; });
-}
-
-// The content file gives a version back in another form ("3.1.12.5" as "03.01.12.05"), and the
-// catalogue is looked for under that one.
-QString asContentFileGivesIt(const QString &version, const QString &folder)
-{
-    const QString path = folder + QLatin1String("/version.xml");
-    const MapCatalogProcessor processor;
-    processor.updateLocalContent(path, version, {}, folder + QLatin1String("/none"));
-    const QString result = processor.readLocalMapVersion(path);
-    QFile::remove(path);
-    return result.isEmpty() ? version : result;
 }
 
 // In one step; QFile's own rename refuses to replace.
@@ -195,7 +179,7 @@ void CatalogRefresher::onVersion(bool arrived)
         finish(Result::CatalogueFailed, tr("%1 names no usable map version.").arg(m_baseUri));
         return;
     }
-    m_targetVersion = asContentFileGivesIt(m_serverVersion, m_incoming);
+    m_targetVersion = MapsVersion::asInstalled(m_serverVersion);
     const QString installed = m_catalog->installedMapsVersion();
     m_keepVersion = m_targetVersion != installed && regionsAreInstalled();
     if (m_keepVersion) {
