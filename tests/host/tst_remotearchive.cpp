@@ -201,9 +201,9 @@ void RemoteArchiveTest::aListAtTheEndCostsLittle_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("tiles");
-    QTest::newRow("zip") << QStringLiteral("FI.zip") << 400;
-    QTest::newRow("zip with a list of several pieces") << QStringLiteral("FI.zip") << 4000;
-    QTest::newRow("7z") << QStringLiteral("FI.7z") << 400;
+    QTest::newRow("zip") << QStringLiteral("FI.zip") << 200;
+    QTest::newRow("zip with a list of several pieces") << QStringLiteral("FI.zip") << 1500;
+    QTest::newRow("7z") << QStringLiteral("FI.7z") << 200;
 }
 
 // As nginx counts it: the start, and the list with some bytes around it.
@@ -214,7 +214,7 @@ void RemoteArchiveTest::aListAtTheEndCostsLittle()
     NginxServer nginx;
     for (int i = 0; i < tiles; ++i)
         builder->addFile(QStringLiteral("a/3/tile%1.cdt").arg(i),
-                         ArchiveBuilder::noise(int(8 * MiB / tiles), quint32(i) + 1));
+                         ArchiveBuilder::noise(int(4 * MiB / tiles), quint32(i) + 1));
     const QString path = builder->make(name);
     nginx.add(QStringLiteral("FI"), TestFile::read(path));
     RemoteArchive archive(network.get(), QUrl(nginx.url("/FI")), Patience);
@@ -232,7 +232,7 @@ void RemoteArchiveTest::aListAtTheEndCostsLittle()
     QCOMPARE(sent, archive.bytesReceived());
     QVERIFY2(log.size() <= 4, qPrintable(QString::number(log.size())));
     QVERIFY2(sent < 200 * 1024 + 120 * tiles, qPrintable(QString::number(sent)));
-    QVERIFY(sent < QFileInfo(path).size() / 10);
+    QVERIFY(sent < QFileInfo(path).size() / 5);
 }
 
 void RemoteArchiveTest::aFormatWithoutAListIsReadThroughOnce()
