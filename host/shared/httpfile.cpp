@@ -45,7 +45,7 @@ std::optional<QByteArray> HttpFile::fetch(qint64 maxBytes)
     if (!waitForHead())
         return std::nullopt;
     if (status() != StatusOk) {
-        fail(Failure::Network, tr("%1 gives status %2.").arg(m_url.toString()).arg(status()));
+        fail(Failure::Refused, tr("%1 gives status %2.").arg(m_url.toString()).arg(status()));
         return std::nullopt;
     }
     QByteArray bytes;
@@ -247,7 +247,7 @@ bool HttpFile::checkHead()
                     tr("%1 cannot be reached: %2.").arg(m_url.host(), m_reply->errorString()));
     const QUrl url = m_reply->url();
     if (code != StatusOk && code != StatusPartial && code != StatusNotSatisfiable)
-        return fail(Failure::Network, tr("%1 gives status %2.").arg(url.toString()).arg(code));
+        return fail(Failure::Refused, tr("%1 gives status %2.").arg(url.toString()).arg(code));
     const QByteArray encoding = m_reply->rawHeader(QByteArrayLiteral("Content-Encoding"));
     if (!encoding.isEmpty() && encoding.compare("identity", Qt::CaseInsensitive) != 0)
         return fail(Failure::Network,
@@ -296,7 +296,7 @@ bool HttpFile::takeBody(qint64 size, QByteArray *body)
 bool HttpFile::openStreamed()
 {
     if (status() != StatusOk)
-        return fail(Failure::Network,
+        return fail(Failure::Refused,
                     tr("%1 gives status %2.").arg(m_url.toString()).arg(status()));
     m_access = Access::Streamed;
     const QVariant length = m_reply->header(QNetworkRequest::ContentLengthHeader);

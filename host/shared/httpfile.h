@@ -35,7 +35,12 @@ class HttpFile : public QObject
     Q_OBJECT
 
 public:
-    enum class Failure { None, Network, Aborted };
+    enum class Failure {
+        None,
+        Network, ///< it cannot be reached, is silent, breaks off, or answers nonsense
+        Refused, ///< it answers well, but has no such file or does not give it
+        Aborted,
+    };
     enum class Access { Ranged, Streamed };
 
     /** The network is not owned and must live as long; patience in ms. */

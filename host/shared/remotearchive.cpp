@@ -325,7 +325,7 @@ bool RemoteArchive::listByLibrary(Source &source)
     if (m_file.failure() != HttpFile::Failure::None)
         return failByNetwork();
     if (client.failed)
-        return fail(Failure::Network,
+        return fail(Failure::Refused,
                     tr("%1 cannot be listed: its server gives only whole files.").arg(m_name));
     return fail(Failure::Archive,
                 tr("%1 is damaged or no archive: %2.")
@@ -369,6 +369,12 @@ bool RemoteArchive::fail(Failure failure, const QString &text)
 
 bool RemoteArchive::failByNetwork()
 {
-    const bool aborted = m_file.failure() == HttpFile::Failure::Aborted;
-    return fail(aborted ? Failure::Aborted : Failure::Network, m_file.errorString());
+    switch (m_file.failure()) {
+    case HttpFile::Failure::Aborted:
+        return fail(Failure::Aborted, m_file.errorString());
+    case HttpFile::Failure::Refused:
+        return fail(Failure::Refused, m_file.errorString());
+    default:
+        return fail(Failure::Network, m_file.errorString());
+    }
 }

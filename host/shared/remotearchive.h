@@ -40,7 +40,8 @@ class RemoteArchive : public QObject
 public:
     enum class Failure {
         None,
-        Network, ///< the server does not deliver
+        Network, ///< the server does not deliver anything; the next file is not worth a try
+        Refused, ///< the server does not deliver this file
         Archive, ///< it is no archive, or one that is not to be unpacked
         Aborted,
     };

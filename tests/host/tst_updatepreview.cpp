@@ -8,6 +8,8 @@
 #include <QSet>
 #include <QtTest>
 
+Q_DECLARE_METATYPE(ArchiveFile)
+
 using namespace UpdatePreview;
 
 namespace {
