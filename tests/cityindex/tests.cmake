@@ -2,6 +2,7 @@
 vexa_add_test(cityindex/cityindex)
 vexa_add_test(cityindex/cityindexcrash TIMEOUT 600)
 vexa_add_test(cityindex/cityindexlist)
-vexa_add_test(cityindex/cityindexlistprocessor)
 vexa_add_test(cityindex/cityindexqml)
+vexa_add_test(cityindex/cityindexreading TIMEOUT 600)
 vexa_add_test(cityindex/cityindexreentrancy)
+vexa_add_test(cityindex/cityindexwriting)
