@@ -23,11 +23,9 @@ vexa_add_test(download/downloadmanagerifacemeta)
 vexa_add_test(download/downloadmanagerifaceqml)
 
 add_library(vexa_steptest STATIC
-    download/fakesystem.cpp download/fakesystem.h
     download/stepengine.cpp download/stepengine.h)
 vexa_build_settings(vexa_steptest)
-target_link_libraries(vexa_steptest PUBLIC vexa_testutils ${CMAKE_DL_LIBS})
-vexa_add_test(download/shell LIBRARIES vexa_steptest)
+target_link_libraries(vexa_steptest PUBLIC vexa_fakesystem)
 vexa_add_test(download/uncompress LIBRARIES vexa_steptest)
 vexa_add_test(download/move LIBRARIES vexa_steptest)
 vexa_add_test(download/networkchange)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "download/fakesystem.h"
 #include "download/stepengine.h"
 #include "testutils/archivebuilder.h"
+#include "testutils/fakesystem.h"
 #include "testutils/logcatcher.h"
 #include "testutils/temporaryhome.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "download/fakesystem.h"
 #include "plugin/shell_p.h"
 #include "testutils/archivebuilder.h"
 #include "testutils/childprogram.h"
+#include "testutils/fakesystem.h"
 #include "testutils/temporaryhome.h"
 
 #include <atomic>
@@ -28,6 +28,11 @@ private Q_SLOTS:
     void tellsWhetherThereIsAShell();
     void waitsForTheCommandOfAKilledProgram();
     void aProgramStartedMeanwhileDoesNotKeepTheTurn();
+    void aCommandAtOnceDoesNotWaitForTheEngine();
+    void aCommandAtOnceLeavesTheEngineItsTurn();
+    void aCommandAtOnceIsPassedByteForByte();
+    void aCtrlCDoesNotReachACommandAtOnce_data();
+    void aCtrlCDoesNotReachACommandAtOnce();
 };
 
 void ShellTest::quotesAPathOnlyWhereTheShellNeedsIt_data()
@@ -179,6 +184,64 @@ void ShellTest::aProgramStartedMeanwhileDoesNotKeepTheTurn()
     ChildProgram other(QStringLiteral("flock"),
                        {QStringLiteral("-n"), home.downloadFolder(), QStringLiteral("true")});
     QCOMPARE(other.waitForFinished(), 0);
+}
+
+void ShellTest::aCommandAtOnceDoesNotWaitForTheEngine()
+{
+    const TemporaryHome home;
+    QVERIFY(QDir().mkpath(home.downloadFolder()));
+    ChildProgram engine(QStringLiteral("flock"),
+                        {home.downloadFolder(), QStringLiteral("sh"), QStringLiteral("-c"),
+                         QStringLiteral("echo ready; read line")});
+    QVERIFY(engine.waitForLine("ready"));
+
+    std::atomic<bool> over {false};
+    std::thread command([&] {
+        Shell::runAtOnce("true");
+        over = true;
+    });
+    const bool isOverBefore = QTest::qWaitFor([&] { return over.load(); }, 20000);
+    engine.write("go on\n");
+    command.join();
+
+    QVERIFY(isOverBefore);
+    QCOMPARE(engine.waitForFinished(), 0);
+}
+
+void ShellTest::aCommandAtOnceLeavesTheEngineItsTurn()
+{
+    const TemporaryHome home;
+    QVERIFY(QDir().mkpath(home.downloadFolder()));
+
+    const int result =
+        Shell::runAtOnce("flock -n " + QFile::encodeName(home.downloadFolder()) + " true");
+
+    QCOMPARE(result, 0);
+}
+
+void ShellTest::aCommandAtOnceIsPassedByteForByte()
+{
+    const FakeSystem system;
+    const QByteArray command("true '\xc3\x85land' \"\xff\" *");
+
+    Shell::runAtOnce(command);
+
+    QCOMPARE(system.commands(), QList<QByteArray> {command});
+}
+
+void ShellTest::aCtrlCDoesNotReachACommandAtOnce_data()
+{
+    aCtrlCDoesNotReachTheCommand_data();
+}
+
+void ShellTest::aCtrlCDoesNotReachACommandAtOnce()
+{
+    QFETCH(QString, signal);
+
+    const int result = Shell::runAtOnce("kill -" + signal.toLatin1() + " $$; exit 7");
+
+    QVERIFY(WIFEXITED(result));
+    QCOMPARE(WEXITSTATUS(result), 7);
 }
 
 QTEST_GUILESS_MAIN(ShellTest)

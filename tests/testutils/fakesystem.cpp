@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "download/fakesystem.h"
+#include "testutils/fakesystem.h"
 
 #include <cerrno>
 #include <cstdio>
