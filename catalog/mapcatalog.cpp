@@ -31,11 +31,15 @@ MapCatalog::MapCatalog(const QString &pathSuffix, QObject *parent)
     : QObject(parent)
 {
     MapRegion::registerType();
+    allCatalogs().append(this);
     setPathSuffix(pathSuffix);
     initialize();
 }
 
-MapCatalog::~MapCatalog() = default;
+MapCatalog::~MapCatalog()
+{
+    allCatalogs().removeOne(this);
+}
 
 QQmlListProperty<MapRegion> MapCatalog::installedRegions()
 {
@@ -79,7 +83,7 @@ bool MapCatalog::catalogFilesExist()
         && m_catalogFolder.exists(regionNameFileName(getDigitCode()));
 }
 
-void MapCatalog::setInstalledMapsVersion(QString installedMapsVersion)
+void MapCatalog::storeMapsVersion(QString installedMapsVersion)
 {
     if (installedMapsVersion.isEmpty()) {
         installedMapsVersion =
@@ -89,7 +93,7 @@ void MapCatalog::setInstalledMapsVersion(QString installedMapsVersion)
     Q_EMIT installedMapsVersionChanged();
 }
 
-void MapCatalog::setInstalledMOSVersion(QString installedMOSVersion, QString differentPath)
+void MapCatalog::storeMosVersion(QString installedMOSVersion, const QString &differentPath)
 {
     QString path = m_tileCacheFolderPath;
     if (!differentPath.isEmpty())
@@ -118,19 +122,9 @@ int MapCatalog::localeAwareCompare(QString strA, QString strB)
     return QString::localeAwareCompare(strA, strB);
 }
 
-void MapCatalog::setPathSuffix(QString pathSuffix)
-{
-    m_pathSuffix = pathSuffix;
-}
-
-void MapCatalog::readVersions()
-{
-    setInstalledMapsVersion(QString());
-    setInstalledMOSVersion(QString(), QString());
-}
-
 void MapCatalog::takeFolders()
 {
+    const Self self(this);
     m_baseFolder = QDir(DataRoot::cities());
     m_catalogFolder = QDir(DataRoot::catalogFolder(m_pathSuffix));
     m_tileCacheFolder = QDir(DataRoot::tileCacheFolder(m_pathSuffix));
@@ -144,7 +138,8 @@ void MapCatalog::takeFolders()
     if (!m_tileCacheFolder.exists())
         QDir().mkdir(m_tileCacheFolderPath);
     Q_EMIT mapBaseDirectoryChanged();
-    Q_EMIT tessarinDirectoryChanged();
+    if (self)
+        Q_EMIT tessarinDirectoryChanged();
 }
 
 void MapCatalog::processContentXml()
@@ -172,7 +167,7 @@ QString MapCatalog::getDigitCode() const
 void MapCatalog::loadAvailable()
 {
     const Self self(this);
-    const QDir folder = m_catalogFolder; // the event loop may move us to other folders
+    const QDir folder = m_catalogFolder;
     L::og()->info(QLatin1String("Current installed maps version is ") + m_installedMapsVersion);
 
     for (int place = 0; place < m_installedRegions.size(); ++place) {

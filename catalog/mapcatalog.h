@@ -27,16 +27,17 @@
  * Lives in the GUI thread. Loading, installing, deleting and writing the content file run the
  * event loop after each item, so QML and timers call in meanwhile. Some rules keep that safe:
  *
- *  - updateCatalog() during updateCatalog() is skipped.
+ *  - updateCatalog() during updateCatalog() is skipped, unless a change of the folders waits.
  *  - A load (updateCatalog() or one of its two halves) and a change (installing, deleting, writing
  *    the content file) never overlap. Whichever is called while the other runs is remembered and
  *    carried out in order, before the outermost call returns. Otherwise the content file could be
  *    written from half-filled lists, and the user would lose regions.
  *  - A change called from a change runs at once. If it concerns the same region, the newer one
  *    wins and the older one stops.
- *
- * What goes over to other folders or replaces them (initialize(), resetInstanceWithPathSuffix() and
- * so on) waits like a load, for loads and for changes.
+ *  - What goes over to other folders or replaces them (setPathSuffix(), initialize(),
+ *    resetInstanceWithPathSuffix() and so on) waits like a load, for loads and for changes; and
+ *    whatever is called after it waits for it, so that nothing meant for one data set lands in
+ *    another. Swapping and removing wait for all other catalogues of the process as well.
  *
  * The regions belong to the catalogue's processor and die at the next load. The lists are emptied
  * before, so they never show a region that is gone. The catalogue may be deleted from its own
@@ -122,8 +123,8 @@ public:
     Q_INVOKABLE int localeAwareCompare(QString strA, QString strB);
 
     /**
-     * Removes what is in the two folders of the data set, except the voice data. Neither the lists
-     * nor the versions follow, and nothing is emitted: the caller loads anew.
+     * Removes what is in the two folders of the data set, except the voice data and hidden files.
+     * Neither the lists nor the versions follow, and nothing is emitted: the caller loads anew.
      */
     Q_INVOKABLE void removeAllMapData() const;
 
@@ -132,7 +133,8 @@ public:
 
     /**
      * Works on the data set with this path suffix from now on: takes its folders and reads its
-     * versions. The lists stay as they are until the next updateCatalog().
+     * versions. The lists stay as they are until the next updateCatalog(); a change before it would
+     * write what the old data set lists into the new one's content file.
      *
      * With ensureMainTessarinFiles and a suffix that is not empty, the new data set is seeded
      * before: it gets the catalogue files, the region names and config.cfg of the current one, and
@@ -217,7 +219,11 @@ private:
         Install,
         Delete,
         Write,
+        // Versions.
+        SetMapsVersion,
+        SetMosVersion,
         // Changes of the folders.
+        SetSuffix,
         InitFolders,
         Initialize,
         Reset,
@@ -228,8 +234,8 @@ private:
     struct Call
     {
         Action action;
-        QString id; ///< or the path suffix
-        QStringList fileList;
+        QString id; ///< or the path suffix, or the version
+        QStringList fileList; ///< or the one path of another data set
         bool seed = false;
     };
     using Self = QPointer<MapCatalog>; // null once the event loop or a slot has deleted us
@@ -242,6 +248,13 @@ private:
 
     static bool isLoad(Action action);
     static bool isChange(Action action);
+    static bool isVersionChange(Action action);
+    static bool isFolderChange(Action action);
+    static bool takesFoldersAway(Action action);
+    static QList<MapCatalog *> &allCatalogs();
+    bool isAtWork() const;
+    bool othersAreAtWork() const;
+    bool isFolderChangeRemembered() const;
     void start(const Call &call);
     bool mustWait(Action action) const;
     void remember(const Call &call) const;
@@ -249,10 +262,14 @@ private:
     void performLoad(Action action);
     void performChange(const Call &call);
     void performFolderChange(const Call &call);
+    bool canPerformRemembered() const;
     void performRemembered();
+    static void performRememberedOfAll();
 
     void takeFolders();
-    void readVersions();
+    void takeFoldersAndVersions();
+    void storeMapsVersion(QString installedMapsVersion);
+    void storeMosVersion(QString installedMOSVersion, const QString &differentPath);
     void seedDataSet(const QString &suffix) const;
     void swapFolders(const QString &suffix);
     void removeBackups(const QString &suffix) const;

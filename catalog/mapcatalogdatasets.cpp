@@ -53,23 +53,48 @@ void MapCatalog::removeAllMapData() const
         removeMapData();
 }
 
+void MapCatalog::setPathSuffix(QString pathSuffix)
+{
+    // In turn with the others: one that waits would take the suffix of a later call.
+    start({Action::SetSuffix, pathSuffix, {}});
+}
+
+void MapCatalog::setInstalledMapsVersion(QString installedMapsVersion)
+{
+    if (isFolderChangeRemembered())
+        remember({Action::SetMapsVersion, installedMapsVersion, {}});
+    else
+        storeMapsVersion(installedMapsVersion);
+}
+
+void MapCatalog::setInstalledMOSVersion(QString installedMOSVersion, QString differentPath)
+{
+    // It is meant for the folders to come and must not be written into those of before.
+    if (isFolderChangeRemembered())
+        remember({Action::SetMosVersion, installedMOSVersion, {differentPath}});
+    else
+        storeMosVersion(installedMOSVersion, differentPath);
+}
+
 void MapCatalog::performFolderChange(const Call &call)
 {
     const Self self(this);
     m_changingFolders = true;
     switch (call.action) {
+    case Action::SetSuffix:
+        m_pathSuffix = call.id;
+        break;
+    case Action::InitFolders:
+        takeFolders();
+        break;
+    case Action::Initialize:
+        takeFoldersAndVersions();
+        break;
     case Action::Reset:
         if (call.seed && !call.id.isEmpty())
             seedDataSet(call.id);
-        setPathSuffix(call.id);
-        takeFolders();
-        if (self)
-            readVersions();
-        break;
-    case Action::Initialize:
-        takeFolders();
-        if (self)
-            readVersions();
+        m_pathSuffix = call.id;
+        takeFoldersAndVersions();
         break;
     case Action::Swap:
         swapFolders(call.id);
@@ -77,15 +102,22 @@ void MapCatalog::performFolderChange(const Call &call)
     case Action::RemoveBackups:
         removeBackups(call.id);
         break;
-    case Action::RemoveAll:
-        removeMapData();
-        break;
     default:
-        takeFolders();
+        removeMapData();
         break;
     }
     if (self)
         m_changingFolders = false;
+}
+
+void MapCatalog::takeFoldersAndVersions()
+{
+    const Self self(this);
+    takeFolders();
+    if (self)
+        storeMapsVersion(QString());
+    if (self)
+        storeMosVersion(QString(), QString());
 }
 
 void MapCatalog::seedDataSet(const QString &suffix) const
@@ -108,7 +140,7 @@ void MapCatalog::seedDataSet(const QString &suffix) const
 void MapCatalog::swapFolders(const QString &suffix)
 {
     const Self self(this);
-    setPathSuffix(QString());
+    m_pathSuffix.clear();
     takeFolders();
     if (!self)
         return;

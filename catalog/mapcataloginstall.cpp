@@ -4,6 +4,7 @@
 
 #include "catalog/tilefile_p.h"
 #include "plugin/logger.h"
+#include <algorithm>
 #include <QCoreApplication>
 #include <QFile>
 
@@ -36,6 +37,9 @@ void MapCatalog::updateCatalog()
 {
     if (m_bussy) {
         L::og()->info(QStringLiteral("Skipping action..."));
+        // The update under way reads folders that this call does not mean any more.
+        if (isFolderChangeRemembered())
+            remember({Action::UpdateCatalog, QString(), {}});
         return;
     }
     start({Action::UpdateCatalog, QString(), {}});
@@ -77,6 +81,47 @@ bool MapCatalog::isChange(Action action)
     return action == Action::Install || action == Action::Delete || action == Action::Write;
 }
 
+bool MapCatalog::isVersionChange(Action action)
+{
+    return action == Action::SetMapsVersion || action == Action::SetMosVersion;
+}
+
+bool MapCatalog::isFolderChange(Action action)
+{
+    return !isLoad(action) && !isChange(action) && !isVersionChange(action);
+}
+
+// Whether it moves or removes files that another catalogue may be at work on.
+bool MapCatalog::takesFoldersAway(Action action)
+{
+    return action == Action::Swap || action == Action::RemoveBackups || action == Action::RemoveAll;
+}
+
+QList<MapCatalog *> &MapCatalog::allCatalogs()
+{
+    static QList<MapCatalog *> catalogs;
+    return catalogs;
+}
+
+bool MapCatalog::isAtWork() const
+{
+    return m_loading || m_changingFolders || m_changes > 0;
+}
+
+bool MapCatalog::othersAreAtWork() const
+{
+    const QList<MapCatalog *> &all = allCatalogs();
+    return std::any_of(all.cbegin(), all.cend(), [this](const MapCatalog *catalog) {
+        return catalog != this && catalog->isAtWork();
+    });
+}
+
+bool MapCatalog::isFolderChangeRemembered() const
+{
+    return std::any_of(m_remembered.cbegin(), m_remembered.cend(),
+                       [](const Call &call) { return isFolderChange(call.action); });
+}
+
 void MapCatalog::start(const Call &call)
 {
     if (mustWait(call.action)) {
@@ -87,15 +132,19 @@ void MapCatalog::start(const Call &call)
     perform(call);
     if (self)
         performRemembered();
+    performRememberedOfAll();
 }
 
 bool MapCatalog::mustWait(Action action) const
 {
     if (m_loading || m_changingFolders)
         return true;
+    // One that comes after a change of the folders is meant for the new ones.
     if (m_changes > 0)
-        return !isChange(action);
-    return !m_remembered.isEmpty(); // not before those who came first
+        return !isChange(action) || isFolderChangeRemembered();
+    if (!m_remembered.isEmpty())
+        return true; // not before those who came first
+    return takesFoldersAway(action) && othersAreAtWork();
 }
 
 void MapCatalog::remember(const Call &call) const
@@ -112,18 +161,36 @@ void MapCatalog::remember(const Call &call) const
     m_remembered.append(call);
 }
 
+bool MapCatalog::canPerformRemembered() const
+{
+    if (m_remembered.isEmpty() || m_performingRemembered || isAtWork())
+        return false;
+    return !takesFoldersAway(m_remembered.first().action) || !othersAreAtWork();
+}
+
 void MapCatalog::performRemembered()
 {
-    if (m_performingRemembered || m_loading || m_changingFolders || m_changes > 0)
-        return;
     const Self self(this);
-    m_performingRemembered = true;
-    while (!m_remembered.isEmpty()) {
+    while (canPerformRemembered()) {
+        m_performingRemembered = true;
         perform(m_remembered.takeFirst());
         if (!self)
             return;
+        m_performingRemembered = false;
     }
-    m_performingRemembered = false;
+}
+
+// What waited for the catalogue that has just ended its work, or has died at it.
+void MapCatalog::performRememberedOfAll()
+{
+    const auto next = [] {
+        const QList<MapCatalog *> &all = allCatalogs();
+        return std::find_if(all.cbegin(), all.cend(), [](const MapCatalog *catalog) {
+            return catalog->canPerformRemembered();
+        });
+    };
+    for (auto catalog = next(); catalog != allCatalogs().cend(); catalog = next())
+        (*catalog)->performRemembered();
 }
 
 void MapCatalog::perform(const Call &call)
@@ -132,6 +199,10 @@ void MapCatalog::perform(const Call &call)
         performLoad(call.action);
     else if (isChange(call.action))
         performChange(call);
+    else if (call.action == Action::SetMapsVersion)
+        storeMapsVersion(call.id);
+    else if (call.action == Action::SetMosVersion)
+        storeMosVersion(call.id, call.fileList.constFirst());
     else
         performFolderChange(call);
 }

@@ -3,10 +3,10 @@
 // in from there, at every single pass.
 #include "catalog/mapcatalog.h"
 
+#include "catalog/everypass.h"
 #include "catalog/mapdata.h"
 #include "testutils/logcatcher.h"
 #include <algorithm>
-#include <functional>
 #include <memory>
 #include <QDirIterator>
 #include <QQmlComponent>
@@ -15,7 +15,6 @@
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimerEvent>
 
 class MapCatalogReentrancyTest : public QObject
 {
@@ -72,64 +71,6 @@ private:
 
 namespace {
 
-using Function = std::function<void()>;
-using Step = std::function<void(MapCatalog *)>;
-
-/** Calls the function in every pass of the event loop, or only in one of them. */
-class EveryPass : public QObject
-{
-public:
-    explicit EveryPass(Function function, int only = 0)
-        : m_function(std::move(function))
-        , m_only(only)
-    {
-        startTimer(0);
-    }
-    bool hasCalled() const { return m_calls > 0; }
-    int calls() const { return m_calls; }
-
-protected:
-    void timerEvent(QTimerEvent *event) override
-    {
-        if (m_only != 0 && ++m_passes != m_only)
-            return;
-        if (m_only != 0)
-            killTimer(event->timerId());
-        ++m_calls;
-        m_function();
-    }
-
-private:
-    const Function m_function;
-    const int m_only;
-    int m_passes = 0;
-    int m_calls = 0;
-};
-
-// Runs the outer step again and again with the inner one in its first pass, its second, and so on
-// to its last; the looks at the 256 tile folders in bigger steps.
-void inEveryPass(const Function &prepare, const Function &outer, const Function &inner,
-                 const Function &verify)
-{
-    bool wasInside = true;
-    int passes = 0;
-    for (int pass = 1; wasInside; pass += pass < 20 ? 1 : 97) {
-        prepare();
-        EveryPass poke(inner, pass);
-        outer();
-        wasInside = poke.hasCalled();
-        if (wasInside) {
-            ++passes;
-            verify();
-        }
-        if (QTest::currentTestFailed()) {
-            qWarning("in pass %d", pass);
-            return;
-        }
-    }
-    QVERIFY(passes > 1);
-}
-
 QStringList idsOf(QQmlListProperty<MapRegion> list)
 {
     QStringList ids;
@@ -173,8 +114,6 @@ void update1(MapCatalog *catalog)
 }
 
 } // namespace
-
-Q_DECLARE_METATYPE(Step)
 
 // Regions 1 to 4 are available; 1 and 2 are installed and share a tile.
 void MapCatalogReentrancyTest::init()
