@@ -23,7 +23,6 @@ int placeInQueue(const RegionRow &row)
 RegionFilterModel::RegionFilterModel(QObject *parent)
     : QSortFilterProxyModel(parent)
     , m_filterName(QStringLiteral("all"))
-    , m_keys(CollationKeys::of(m_locale))
 {
     connect(this, &QAbstractItemModel::rowsInserted, this, &RegionFilterModel::noteCount);
     connect(this, &QAbstractItemModel::rowsRemoved, this, &RegionFilterModel::noteCount);
@@ -37,15 +36,24 @@ RegionFilterModel::~RegionFilterModel() = default;
 
 RegionModel *RegionFilterModel::regions() const
 {
-    return qobject_cast<RegionModel *>(sourceModel());
+    return m_regions;
 }
 
 void RegionFilterModel::setRegions(RegionModel *regions)
 {
-    if (regions == sourceModel())
+    if (regions == m_regions && regions == sourceModel())
         return;
-    setSourceModel(regions);
+    m_regions = regions;
+    QSortFilterProxyModel::setSourceModel(regions);
     Q_EMIT regionsChanged();
+}
+
+void RegionFilterModel::setSourceModel(QAbstractItemModel *model)
+{
+    if (auto *regions = qobject_cast<RegionModel *>(model))
+        setRegions(regions);
+    else if (!model)
+        setRegions(nullptr);
 }
 
 QString RegionFilterModel::search() const
@@ -138,7 +146,7 @@ void RegionFilterModel::setLocale(const QString &name)
     if (name == m_locale)
         return;
     m_locale = name;
-    m_keys = CollationKeys::of(name);
+    m_keys = name.isEmpty() ? nullptr : CollationKeys::of(name);
     invalidate();
     Q_EMIT localeChanged();
 }
@@ -170,25 +178,22 @@ void RegionFilterModel::noteCount()
 QVariantMap RegionFilterModel::get(int row) const
 {
     const QModelIndex source = mapToSource(index(row, 0));
-    if (!regions() || !source.isValid())
+    if (!m_regions || !source.isValid())
         return QVariantMap();
-    return regions()->get(regions()->row(source.row()).id);
+    return m_regions->get(m_regions->row(source.row()).id);
 }
 
 int RegionFilterModel::rowOf(const QString &id) const
 {
-    if (!regions())
+    if (!m_regions)
         return -1;
-    return mapFromSource(regions()->index(regions()->rowOf(id))).row();
+    return mapFromSource(m_regions->index(m_regions->rowOf(id))).row();
 }
 
 bool RegionFilterModel::filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const
 {
     Q_UNUSED(sourceParent);
-    const RegionModel *model = regions();
-    if (!model)
-        return false;
-    const RegionRow &row = model->row(sourceRow);
+    const RegionRow &row = m_regions->row(sourceRow);
     if (m_treeMode && row.parentId != m_parentId)
         return false;
     return passesFilter(row) && SearchText::matches(row.searchText, m_words);
@@ -215,13 +220,19 @@ bool RegionFilterModel::passesFilter(const RegionRow &row) const
 
 bool RegionFilterModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
 {
-    const RegionModel *model = regions();
-    const RegionRow &a = model->row(left.row());
-    const RegionRow &b = model->row(right.row());
+    const RegionRow &a = m_regions->row(left.row());
+    const RegionRow &b = m_regions->row(right.row());
     if (sortRole() == RegionModel::PendingRole && placeInQueue(a) != placeInQueue(b))
         return placeInQueue(a) < placeInQueue(b);
-    // The first key moves when the second one is new.
-    const QCollatorSortKey key = m_keys->key(a.name());
-    const int order = key.compare(m_keys->key(b.name()));
+    const int order = compareNames(a, b);
     return order != 0 ? order < 0 : a.id < b.id;
+}
+
+int RegionFilterModel::compareNames(const RegionRow &a, const RegionRow &b) const
+{
+    if (!m_keys)
+        return a.sortKey->compare(*b.sortKey);
+    // A copy: the first key moves when the second one is new.
+    const QCollatorSortKey key = m_keys->key(a.name());
+    return key.compare(m_keys->key(b.name()));
 }

@@ -3,6 +3,7 @@
 
 #include "host/shared/regionmodel.h"
 #include <memory>
+#include <QPointer>
 #include <QSortFilterProxyModel>
 #include <QString>
 #include <QStringList>
@@ -47,6 +48,8 @@ public:
 
     RegionModel *regions() const;
     void setRegions(RegionModel *regions);
+    /** The same as setRegions(); any other model is refused. */
+    void setSourceModel(QAbstractItemModel *model) override;
     QString search() const;
     void setSearch(const QString &search);
     QString parentId() const;
@@ -82,8 +85,10 @@ private:
 
     static Filter filterNamed(const QString &name);
     bool passesFilter(const RegionRow &row) const;
+    int compareNames(const RegionRow &a, const RegionRow &b) const;
     void noteCount();
 
+    QPointer<RegionModel> m_regions;
     QString m_search;
     QStringList m_words;
     QString m_parentId;
@@ -91,7 +96,7 @@ private:
     QString m_filterName;
     Filter m_filter = Filter::All;
     QString m_locale;
-    std::shared_ptr<CollationKeys> m_keys;
+    std::shared_ptr<CollationKeys> m_keys; // of another locale than the user's; else null
     int m_toldCount = 0;
     bool m_countQueued = false;
 };

@@ -161,5 +161,5 @@ private:
     QStringList m_requeued; // ids whose rows do not have that order yet
     int m_lastOrder = 0;
     const std::unique_ptr<RegionSizes> m_sizes;
-    const std::shared_ptr<CollationKeys> m_keys; // filled ahead, for all proxies that sort
+    const std::shared_ptr<CollationKeys> m_keys; // of the user's locale
 };

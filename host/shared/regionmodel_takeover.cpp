@@ -163,11 +163,12 @@ void RegionModel::collect(MapRegion *region)
         row && row->catalogName == fresh->catalogName && row->localizedName == fresh->localizedName;
     if (sameNames) {
         fresh->searchText = row->searchText;
+        fresh->sortKey = row->sortKey;
         return;
     }
     fresh->searchText = SearchText::folded(
         QStringList {fresh->id, fresh->localizedName, fresh->catalogName}.join(QLatin1Char(' ')));
-    m_keys->key(fresh->name());
+    fresh->sortKey = m_keys->key(fresh->name());
 }
 
 // In one turn, although it looks at all rows: it only compares numbers.

@@ -28,4 +28,5 @@ bool sameCatalogValues(const RegionRow &a, const RegionRow &b)
 void takeCatalogValues(RegionRow *row, const RegionRow &from)
 {
     catalogValues(*row) = catalogValues(from);
+    row->sortKey = from.sortKey;
 }

@@ -3,6 +3,8 @@
 
 #include "host/shared/regionstatus.h"
 #include <memory>
+#include <optional>
+#include <QCollatorSortKey>
 #include <QString>
 #include <vector>
 
@@ -24,6 +26,7 @@ struct RegionRow
     bool installed = false;
     RegionStatus status;
     QString searchText; ///< id and names, folded; see SearchText
+    std::optional<QCollatorSortKey> sortKey; ///< of name(), by the user's locale
 
     qint64 sizeOnDisk = -1; ///< bytes of its tiles; -1 until measured
     mutable bool sizeWanted = false; ///< somebody asked for the size on disk
