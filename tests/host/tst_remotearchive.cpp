@@ -467,8 +467,14 @@ void RemoteArchiveTest::redirectsAreFollowedOnce()
     QVERIFY2(archive.list(), qPrintable(archive.errorString()));
 
     QCOMPARE(describe(archive.files()), unpacked(path));
-    QCOMPARE(server->requestCount("/FI.zip"), 1);
     QVERIFY(server->requestCount("/mirror") >= 2);
+    // Qt may repeat the first request, if the connection broke; what leads on is not asked again.
+    bool redirected = false;
+    const QList<Server::Request> requests = server->requests();
+    for (const Server::Request &request : requests) {
+        redirected = redirected || request.path == "/mirror";
+        QVERIFY(request.path == (redirected ? "/mirror" : "/FI.zip"));
+    }
 }
 
 void RemoteArchiveTest::aListIsInterrupted()
