@@ -7,10 +7,10 @@
 #include <QSettings>
 #include <QUrl>
 
-EngineSession::EngineSession(const QString &baseUri, QObject *parent)
+EngineSession::EngineSession(const QString &baseUri, const QString &pathSuffix, QObject *parent)
     : QObject(parent)
-    , m_catalog(QString())
-    , m_installer(&m_catalog, &m_worker)
+    , m_catalog(pathSuffix)
+    , m_installer(&m_catalog, &m_worker, pathSuffix)
     , m_baseUri(baseUri)
 {
     m_catalog.updateCatalog();

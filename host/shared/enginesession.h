@@ -12,14 +12,17 @@
  * in the right order.
  *
  * A program makes one in the GUI thread, after it has taken the DataSetLock and set the data root.
- * The catalogue is loaded at once; the engine runs between start() and stop().
+ * The catalogue is loaded at once; the engine runs between start() and stop(). Of two sessions only
+ * one may run at a time.
  */
 class EngineSession : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit EngineSession(const QString &baseUri, QObject *parent = nullptr);
+    /** The path suffix names the data set; all of them share the engine's one queue. */
+    explicit EngineSession(const QString &baseUri, const QString &pathSuffix = QString(),
+                           QObject *parent = nullptr);
     /** Stops the engine if it runs. */
     ~EngineSession() override;
 
