@@ -58,6 +58,18 @@ bool goesTo(const SavedSteps &steps, const QString &tileCacheFolder)
     return QDir::cleanPath(steps.destination) == QDir::cleanPath(tileCacheFolder);
 }
 
+/** Whether the journal of this tile cache's data set answers for the steps. */
+bool isOurs(const SavedSteps &steps, const std::optional<PendingInstall> &entry,
+            const QString &tileCacheFolder, bool isRegion)
+{
+    // The crash came while they were queued: without their move only the address tells whose.
+    if (steps.destination.isEmpty())
+        return entry && entry->url == steps.url;
+    if (!goesTo(steps, tileCacheFolder))
+        return false; // Another data set may install a region of the same id.
+    return entry || (isRegion && steps.types.contains(UncompressRequest));
+}
+
 /** Makes the entry say what the engine is about to do; false if it cannot be gone on with. */
 bool goOn(InstallJournal *journal, PendingInstall *entry, const SavedSteps &steps)
 {
@@ -109,10 +121,7 @@ QList<PendingInstall> InstallRecovery::recover(InstallJournal *journal,
     const QList<SavedSteps> groups = groupedByUrl(SavedQueue::read());
     for (const SavedSteps &steps : groups) {
         auto entry = journal->find(steps.id);
-        const bool ours = entry
-            || (isRegion(steps.id) && goesTo(steps, tileCacheFolder)
-                && steps.types.contains(UncompressRequest));
-        if (!ours)
+        if (!isOurs(steps, entry, tileCacheFolder, isRegion(steps.id)))
             continue;
         if (settled.contains(steps.id)) {
             removeSteps(steps); // a second attempt of a run that died between the two

@@ -17,6 +17,7 @@
  *    is not known what was unpacked, or files are missing: the region is downloaded again.
  *  - The queue has none, and all the files that were noted are there: only recording is left.
  *  - The queue has steps for a region that the journal does not know: they are taken up.
+ *  - Steps whose move goes to another data set's tile cache are left to that one's journal.
  */
 namespace InstallRecovery {
 

@@ -35,22 +35,27 @@ private Q_SLOTS:
     void takesUpARegionThatTheJournalDoesNotKnow();
     void leavesOtherRequestsAlone();
     void dropsASecondAttemptOfTheSameRegion();
+    void leavesTheSameRegionOfAnotherDataSetAlone_data();
+    void leavesTheSameRegionOfAnotherDataSetAlone();
+    void leavesIncompleteStepsOfAnotherAddressAlone();
 
 private:
-    static Request step(int type, const QString &id, const QString &url)
+    static Request step(int type, const QString &id, const QString &url,
+                        const QString &pathSuffix = QString())
     {
         QVariant payload = QDir::homePath() + TMP_DIR_PATH + id + QLatin1String(".zip");
         if (type == MoveRequest)
             payload = QStringList {QDir::homePath() + TMP_DIR_PATH_UNZIPPED_ARCHIVE,
-                                   DataRoot::tileCacheFolder() + QLatin1Char('/')};
+                                   DataRoot::tileCacheFolder(pathSuffix) + QLatin1Char('/')};
         return Request(id, type, payload, url);
     }
-    static void queue(const QList<int> &types, const QString &id, const QString &url)
+    static void queue(const QList<int> &types, const QString &id, const QString &url,
+                      const QString &pathSuffix = QString())
     {
         RequestQueue<Request> requests(nullptr);
         requests.restoreSaved();
         for (int type : types)
-            requests.enqueue(step(type, id, url));
+            requests.enqueue(step(type, id, url, pathSuffix));
     }
     static void note(const PendingInstall &entry)
     {
@@ -272,6 +277,36 @@ void InstallRecoveryTest::dropsASecondAttemptOfTheSameRegion()
     const QList<Request> left = SavedQueue::read();
     QCOMPARE(left.size(), 3);
     QCOMPARE(left.first().url, url);
+}
+
+void InstallRecoveryTest::leavesTheSameRegionOfAnotherDataSetAlone_data()
+{
+    QTest::addColumn<QList<int>>("types");
+    QTest::newRow("all steps") << QList<int> {DownloadRequest, UncompressRequest, MoveRequest};
+    QTest::newRow("the move") << QList<int> {MoveRequest};
+}
+
+void InstallRecoveryTest::leavesTheSameRegionOfAnotherDataSetAlone()
+{
+    QFETCH(QList<int>, types);
+    note({fi, url, 7, 0, Phase::Engine, {}});
+    queue(types, fi, url, QStringLiteral("_new")); // even the attempt's number is the same
+
+    QVERIFY(recover().isEmpty());
+
+    QVERIFY(entry().phase == Phase::Waiting);
+    QCOMPARE(SavedQueue::read().size(), types.size());
+}
+
+void InstallRecoveryTest::leavesIncompleteStepsOfAnotherAddressAlone()
+{
+    note({fi, QString(), 0, 0, Phase::Waiting, {}});
+    queue({DownloadRequest}, fi, QStringLiteral("http://127.0.0.1/other/FI.zip#3"));
+
+    QVERIFY(recover().isEmpty());
+
+    QVERIFY(entry().phase == Phase::Waiting);
+    QCOMPARE(SavedQueue::read().size(), 1);
 }
 
 QTEST_GUILESS_MAIN(InstallRecoveryTest)
