@@ -70,6 +70,11 @@ bool RegionInstaller::busy() const
     return !m_runs.isEmpty() || !m_removals.isEmpty() || m_inCatalog || !m_journal.ids().isEmpty();
 }
 
+bool RegionInstaller::isInCatalog() const
+{
+    return m_inCatalog;
+}
+
 QString RegionInstaller::baseUri() const
 {
     return m_baseUri;

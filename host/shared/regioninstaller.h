@@ -115,6 +115,12 @@ public:
     /** All of the above. */
     RegionStatus status(const QString &id) const;
 
+    /**
+     * Whether the catalogue is at work for us and runs the event loop: whoever is called from
+     * there must not destroy us.
+     */
+    bool isInCatalog() const;
+
     /** For tests; see MoveGuard::beforeMove. */
     MoveGuard *moveGuard();
 
