@@ -3,6 +3,7 @@
 #include "catalog/mapcatalog.h"
 #include "catalog/mapregion.h"
 #include "host/cli/command.h"
+#include "host/cli/lockedsession.h"
 #include "host/cli/regionlookup.h"
 #include "host/shared/attempttag.h"
 #include "host/shared/regionfiles.h"
@@ -53,6 +54,8 @@ public:
     }
     int run(const QCommandLineParser &parser, CommandContext &context) override
     {
+        if (const int code = settleData(context))
+            return code;
         MapCatalog catalog;
         catalog.updateCatalog();
         const RegionLookup regions(&catalog);
@@ -173,6 +176,8 @@ public:
     }
     int run(const QCommandLineParser &parser, CommandContext &context) override
     {
+        if (const int code = settleData(context))
+            return code;
         MapCatalog catalog;
         catalog.updateCatalog();
         const auto id =

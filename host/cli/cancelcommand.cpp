@@ -5,6 +5,7 @@
 #include "host/shared/installjournal.h"
 #include "host/shared/savedqueue.h"
 #include "host/shared/tilelist.h"
+#include "host/shared/updatestate.h"
 #include "plugin/vexaconstants.h"
 #include <algorithm>
 #include <QDir>
@@ -58,7 +59,8 @@ public:
             else
                 code = ExitFailure;
         }
-        if (given.isEmpty())
+        // An update's steps are the update's to cancel.
+        if (given.isEmpty() && !UpdateState::read().isUnfinished())
             cancelForeign(journal);
         if (SavedQueue::read().isEmpty())
             TileList::empty(QDir::homePath() + TMP_DIR_PATH_UNZIPPED_ARCHIVE);

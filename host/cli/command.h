@@ -53,6 +53,7 @@ void addBrowseCommands(CommandList &commands);
 void addStatusCommand(CommandList &commands);
 void addRefreshCommand(CommandList &commands);
 void addInstallCommands(CommandList &commands);
+void addUpdateCommand(CommandList &commands);
 void addRemoveCommand(CommandList &commands);
 void addCancelCommand(CommandList &commands);
 void addCitiesCommand(CommandList &commands);

@@ -34,6 +34,7 @@ CommandLine::CommandLine(SignalWatcher *signalWatcher)
     addRefreshCommand(m_commands);
     addBrowseCommands(m_commands);
     addInstallCommands(m_commands);
+    addUpdateCommand(m_commands);
     addRemoveCommand(m_commands);
     addStatusCommand(m_commands);
     addCancelCommand(m_commands);

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr int DefaultWidth = 80;
+constexpr int BarWidth = 20;
 
 int terminalWidth()
 {
@@ -82,6 +83,20 @@ void Console::progress(const QString &line)
     std::fprintf(stdout, "\r\033[K%s", text.constData());
     std::fflush(stdout);
     m_progressShown = true;
+}
+
+void Console::ask(const QString &question)
+{
+    clearProgress();
+    std::fputs(printable(question).toLocal8Bit().constData(), stdout);
+    std::fflush(stdout);
+}
+
+QString Console::bar(double fraction)
+{
+    const int filled = int(fraction * BarWidth);
+    return QLatin1Char('[') + QString(filled, QLatin1Char('#'))
+        + QString(BarWidth - filled, QLatin1Char('-')) + QLatin1Char(']');
 }
 
 void Console::clearProgress()

@@ -31,6 +31,12 @@ public:
 
     /** Replaces the progress line, cut to the terminal's width; does nothing on a non-terminal. */
     void progress(const QString &line);
+    /** A question, after which the cursor stays; for a terminal. */
+    void ask(const QString &question);
+
+    /** A bar for a progress line: how much of it is done, 0 to 1. */
+    static QString bar(double fraction);
+
     /** Takes the progress line away. */
     void clearProgress();
 

@@ -5,6 +5,7 @@
 #include "host/cli/lockedsession.h"
 #include "host/cli/regionlookup.h"
 #include "host/cli/sessionrun.h"
+#include "host/cli/updateguard.h"
 #include "host/shared/installjournal.h"
 #include "host/shared/regionfiles.h"
 #include "plugin/dataroot.h"
@@ -86,6 +87,8 @@ public:
         DataSetLock lock;
         if (const int code = takeLock(&lock, context))
             return code;
+        if (const int code = refuseDuringUpdate(context))
+            return code;
         const QStringList before = InstallJournal(InstallJournal::defaultPath()).ids();
         EngineSession session(context.baseUri);
         const auto ids = RegionLookup(session.catalog())
@@ -124,6 +127,8 @@ public:
     {
         DataSetLock lock;
         if (const int code = takeLock(&lock, context))
+            return code;
+        if (const int code = refuseDuringUpdate(context))
             return code;
         EngineSession session(context.baseUri);
         const QStringList ids = InstallJournal(InstallJournal::defaultPath()).ids();

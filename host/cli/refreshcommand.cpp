@@ -4,6 +4,7 @@
 #include "host/cli/lockedsession.h"
 #include "host/cli/regionlookup.h"
 #include "host/cli/sessionrun.h"
+#include "host/cli/updateguard.h"
 #include "host/shared/catalogrefresher.h"
 #include "host/shared/installjournal.h"
 #include "host/shared/savedqueue.h"
@@ -65,6 +66,8 @@ public:
     {
         DataSetLock lock;
         if (const int code = takeLock(&lock, context))
+            return code;
+        if (const int code = refuseDuringUpdate(context))
             return code;
         const QStringList pending = InstallJournal(InstallJournal::defaultPath()).ids();
         if (!pending.isEmpty()) {

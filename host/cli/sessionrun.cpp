@@ -6,19 +6,6 @@
 #include "host/cli/regionlookup.h"
 #include "host/cli/signalwatcher.h"
 
-namespace {
-
-constexpr int BarWidth = 20;
-
-QString bar(double fraction)
-{
-    const int filled = int(fraction * BarWidth);
-    return QLatin1Char('[') + QString(filled, QLatin1Char('#'))
-        + QString(BarWidth - filled, QLatin1Char('-')) + QLatin1Char(']');
-}
-
-} // namespace
-
 SessionRun::SessionRun(EngineSession *session, CommandContext *context, bool resumable)
     : m_session(session)
     , m_context(context)
@@ -155,8 +142,9 @@ QString SessionRun::progressLine(const QString &id) const
     const double fraction = status.fraction();
     if (fraction < 0)
         return label(id) + QLatin1String(": ") + RegionWords::sentence(status);
-    QString line =
-        QStringLiteral("%1 %2 %3 %").arg(label(id), bar(fraction)).arg(int(fraction * 100), 3);
+    QString line = QStringLiteral("%1 %2 %3 %")
+                       .arg(label(id), Console::bar(fraction))
+                       .arg(int(fraction * 100), 3);
     if (status.state != RegionState::Downloading)
         return line + QLatin1String("  ") + RegionWords::sentence(status);
     line += tr("  %1 of %2").arg(RegionWords::size(status.bytes), RegionWords::size(status.total));

@@ -4,13 +4,17 @@
 #include "catalog/mapregion.h"
 #include "download/worker.h"
 #include "host/cli/command.h"
+#include "host/cli/lockedsession.h"
 #include "host/cli/regionlookup.h"
 #include "host/shared/attempttag.h"
 #include "host/shared/datasetlock.h"
+#include "host/shared/datasetswap.h"
 #include "host/shared/installjournal.h"
+#include "host/shared/preparedset.h"
 #include "host/shared/regionfiles.h"
 #include "host/shared/regionstatus.h"
 #include "host/shared/savedqueue.h"
+#include "host/shared/updatestate.h"
 #include "plugin/dataroot.h"
 #include <iterator>
 #include <QJsonArray>
@@ -55,6 +59,8 @@ public:
     }
     int run(const QCommandLineParser &, CommandContext &context) override
     {
+        if (const int code = settleData(context))
+            return code;
         const QJsonObject status = gather(context);
         if (context.json)
             context.console.json(QJsonDocument(status));
@@ -86,6 +92,28 @@ private:
         return steps;
     }
 
+    // What an update has prepared, be it cut short, ready, or put aside by going back.
+    static QJsonValue update()
+    {
+        const UpdateState state = UpdateState::read();
+        const bool preparing = state.phase != UpdateState::Phase::None
+            && (state.isUnfinished() || PreparedSet::exists());
+        if (!preparing)
+            return QJsonValue();
+        return QJsonObject {{QStringLiteral("version"), state.version},
+                            {QStringLiteral("ready"), !state.isUnfinished()},
+                            {QStringLiteral("regions"),
+                             QJsonArray::fromStringList(PreparedSet::installedIds(UpdateSuffix))}};
+    }
+
+    static QJsonValue backup()
+    {
+        if (!DataSetSwap::backupExists())
+            return QJsonValue();
+        return QJsonObject {{QStringLiteral("version"), DataSetSwap::backupVersion()},
+                            {QStringLiteral("size"), double(DataSetSwap::backupBytes())}};
+    }
+
     static QJsonObject gather(const CommandContext &context)
     {
         MapCatalog catalog;
@@ -110,6 +138,8 @@ private:
             {QStringLiteral("pausedByUser"), SavedQueue::pausedByUser()},
             {QStringLiteral("pending"), pendingInstalls()},
             {QStringLiteral("queue"), queue()},
+            {QStringLiteral("update"), update()},
+            {QStringLiteral("backup"), backup()},
             {QStringLiteral("bytesReceived"), double(SavedQueue::bytesReceived())},
             {QStringLiteral("activeProcess"), double(DataSetLock::holder())}};
     }
@@ -147,7 +177,28 @@ private:
             line(tr("At work"), tr("process %1").arg(number("activeProcess")));
         if (status.value(QLatin1String("pausedByUser")).toBool())
             line(tr("Paused"), tr("by the user; \"vexa-maps resume\" goes on"));
+        const QJsonObject update = status.value(QLatin1String("update")).toObject();
+        if (!update.isEmpty())
+            line(tr("Update"), updateLine(update));
+        const QJsonObject backup = status.value(QLatin1String("backup")).toObject();
+        if (!backup.isEmpty())
+            line(tr("Backup"),
+                 tr("version %1, %2; \"vexa-maps update --undo\" goes back to it")
+                     .arg(backup.value(QLatin1String("version")).toString(),
+                          RegionWords::size(
+                              qint64(backup.value(QLatin1String("size")).toDouble()))));
         showPending(status, console);
+    }
+
+    static QString updateLine(const QJsonObject &update)
+    {
+        const QString version = update.value(QLatin1String("version")).toString();
+        if (update.value(QLatin1String("ready")).toBool())
+            return tr("version %1 is ready; \"vexa-maps update\" puts it in use").arg(version);
+        return tr("version %1 is being prepared, %2 regions are there; \"vexa-maps update\" goes "
+                  "on")
+            .arg(version)
+            .arg(update.value(QLatin1String("regions")).toArray().size());
     }
 
     static void showPending(const QJsonObject &status, Console &console)

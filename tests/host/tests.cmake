@@ -7,7 +7,8 @@ add_library(vexa_hosttest STATIC
     host/fakenetworkmanager.cpp host/fakenetworkmanager.h
     host/installerrig.h
     host/mapsprogram.h
-    host/testcontent.cpp host/testcontent.h)
+    host/testcontent.cpp host/testcontent.h
+    host/updaterig.h)
 vexa_build_settings(vexa_hosttest)
 target_include_directories(vexa_hosttest PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/host")
 target_link_libraries(vexa_hosttest PUBLIC vexa_host vexa_testutils)
@@ -21,6 +22,8 @@ vexa_add_test(host/clidryrun LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliinstall LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliinterrupt LIBRARIES vexa_hosttest)
 vexa_add_test(host/clikill LIBRARIES vexa_hosttest TIMEOUT 400)
+vexa_add_test(host/cliupdate LIBRARIES vexa_hosttest TIMEOUT 400)
+vexa_add_test(host/cliupdatefailures LIBRARIES vexa_hosttest TIMEOUT 400)
 vexa_add_test(host/hoststate LIBRARIES vexa_hosttest)
 vexa_add_test(host/hostvalues LIBRARIES vexa_hosttest)
 vexa_add_test(host/installercancel LIBRARIES vexa_hosttest)

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "host/cli/lockedsession.h"
+
+#include "host/shared/datasetswap.h"
+#include <chrono>
+#include <QDeadlineTimer>
+#include <QThread>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto SwapPatience = 10s; // moves take no time, but the disk is synced before and behind
+constexpr unsigned long WaitStep = 20; // ms
+
+int recover(CommandContext &context)
+{
+    QString text;
+    const DataSetSwap::Recovery recovery = DataSetSwap::recover(&text);
+    if (recovery == DataSetSwap::Recovery::Failed) {
+        context.console.error(DataSetSwap::describe(recovery) + QLatin1Char(' ') + text);
+        return ExitFailure;
+    }
+    if (recovery != DataSetSwap::Recovery::Nothing)
+        context.console.note(DataSetSwap::describe(recovery));
+    if (!text.isEmpty())
+        context.console.note(text);
+    return ExitOk;
+}
+
+} // namespace
+
+int takeLock(DataSetLock *lock, CommandContext &context)
+{
+    if (lock->tryLock())
+        return recover(context);
+    context.console.error(lock->errorString());
+    return lock->isHeldByOther() ? ExitLocked : ExitFailure;
+}
+
+int settleData(CommandContext &context)
+{
+    const QDeadlineTimer patience(SwapPatience);
+    while (DataSetSwap::journalExists()) {
+        DataSetLock lock;
+        if (lock.tryLock())
+            return recover(context);
+        if (!lock.isHeldByOther() || patience.hasExpired()) {
+            context.console.error(lock.errorString());
+            return lock.isHeldByOther() ? ExitLocked : ExitFailure;
+        }
+        QThread::msleep(WaitStep);
+    }
+    return ExitOk;
+}
