@@ -41,10 +41,8 @@ public:
     {
         const bool dryRun = parser.isSet(QStringLiteral("dry-run"));
         DataSetLock lock;
-        if (!dryRun) {
-            if (const int code = takeLock(&lock, context))
-                return code;
-        }
+        if (const int code = dryRun ? settleData(context) : takeLock(&lock, context))
+            return code;
         MapCatalog catalog;
         catalog.updateCatalog();
         const auto ids =

@@ -67,10 +67,8 @@ public:
     {
         if (const int code = checkOptions(parser, context.console))
             return code;
-        if (parser.isSet(QStringLiteral("dry-run"))) {
-            const int code = settleData(context);
-            return code == ExitOk ? previewUpdate(context) : code;
-        }
+        if (parser.isSet(QStringLiteral("dry-run")))
+            return previewUpdate(context);
         DataSetLock lock;
         if (const int code = takeLock(&lock, context))
             return code;

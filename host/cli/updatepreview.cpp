@@ -3,8 +3,10 @@
 
 #include "catalog/mapcatalog.h"
 #include "catalog/mapregion.h"
+#include "host/cli/lockedsession.h"
 #include "host/cli/regionlookup.h"
 #include "host/cli/signalwatcher.h"
+#include "host/shared/datasetswap.h"
 #include "host/shared/updateinspection.h"
 #include "plugin/dataroot.h"
 #include <QFileInfo>
@@ -67,6 +69,9 @@ public:
                                 size(m_inspection.freeBytes())));
         console.result(
             tr("Removing the backup afterwards frees %1.").arg(size(m_inspection.backupBytes())));
+        if (DataSetSwap::backupExists())
+            console.result(tr("The backup of the last update is still there: before an update, "
+                              "remove it with \"vexa-maps update --clear-backup\"."));
     }
 
 private:
@@ -169,6 +174,8 @@ int exitCodeOf(const UpdateInspection &inspection)
 
 int previewUpdate(CommandContext &context)
 {
+    if (const int code = settleData(context))
+        return code;
     // A catalogue object would make the folders that are missing.
     if (!QFileInfo::exists(DataRoot::catalogFolder())
         || !QFileInfo::exists(DataRoot::tileCacheFolder())) {

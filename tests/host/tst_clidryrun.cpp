@@ -3,6 +3,8 @@
 #include "disksize.h"
 #include "host/shared/datasetlock.h"
 #include "mapsprogram.h"
+#include "testutils/httptestserver.h"
+#include <csignal>
 #include <QtTest>
 
 class CliDryRunTest : public QObject
@@ -19,9 +21,19 @@ private Q_SLOTS:
     void aDryRemovalChangesNothingAndNeedsNoLock();
     void whatCannotBeRemovedIsRefusedDryToo_data();
     void whatCannotBeRemovedIsRefusedDryToo();
+    void updateSaysWhatItWillDo();
+    void updateIsShownInWords();
+    void aDryUpdateChangesNothingAndNeedsNoLock();
+    void theSameVersionIsUpToDate();
+    void aDryUpdateFailsAsTheUpdateWould_data();
+    void aDryUpdateFailsAsTheUpdateWould();
+    void aSilentServerIsGivenUp();
+    void aDryUpdateIsInterrupted();
+    void withoutMapsThereIsNothingToUpdate();
 
 private:
     QByteArray picture() const;
+    void publishNewVersion();
 
     std::unique_ptr<MapsProgram> maps;
 };
@@ -146,6 +158,162 @@ void CliDryRunTest::whatCannotBeRemovedIsRefusedDryToo()
     QCOMPARE(real.code, code);
     QCOMPARE(dry.err, real.err);
     QVERIFY(dry.out.isEmpty());
+}
+
+// Finland lets go of the border tile that Sweden still has, and has a new one; a tile of Sweden's
+// has another size.
+void CliDryRunTest::publishNewVersion()
+{
+    maps->content.setTiles(QStringLiteral("FI"), tilesOf({"0/1/a.cdt", "0/1/new.cdt"}));
+    Tiles sweden = tilesOf({"5/5/border.cdt"}, "new");
+    sweden.insert(QStringLiteral("0/2/b.cdt"), TestContent::tile(QStringLiteral("b"), 30000));
+    maps->content.setTiles(QStringLiteral("SE"), sweden);
+    maps->content.publish(QStringLiteral("26.12.01.00"));
+}
+
+void CliDryRunTest::updateSaysWhatItWillDo()
+{
+    publishNewVersion();
+    TestFile::write(maps->tileFolder() + QStringLiteral("/voices/en.wav"), "voice");
+    const auto bytes = [](const QJsonObject &object, const char *key) {
+        return qint64(object.value(QLatin1String(key)).toDouble());
+    };
+
+    const ProgramRun dry = maps->run(words("update --dry-run --json"));
+    const auto asked = maps->server.accessLog().size();
+    const ProgramRun real = maps->run(words("update --keep-backup"));
+
+    QCOMPARE(dry.code, 0);
+    QVERIFY2(real.code == 0, real.err.constData());
+    const QJsonObject said = dry.object();
+    QCOMPARE(said.value(QLatin1String("serverVersion")).toString(), QStringLiteral("26.12.01.00"));
+    QCOMPARE(said.value(QLatin1String("addedTiles")).toInt(), 1);
+    QCOMPARE(said.value(QLatin1String("resizedTiles")).toInt(), 1);
+    QCOMPARE(said.value(QLatin1String("sameSizeTiles")).toInt(), 2);
+    QCOMPARE(said.value(QLatin1String("goneTiles")).toInt(), 0);
+    QCOMPARE(maps->installedIds(), QStringList({QStringLiteral("FI"), QStringLiteral("SE")}));
+    QCOMPARE(DiskSize::of(maps->tileFolder()).bytes - 5, bytes(said, "newSetBytes"));
+    QCOMPARE(DiskSize::of(maps->tileFolder() + QLatin1Char('_')).bytes
+                 + DiskSize::of(maps->catalogFolder() + QLatin1Char('_')).bytes,
+             bytes(said, "backupBytes"));
+    qint64 downloaded = 0;
+    const QList<NginxServer::Entry> log = maps->server.accessLog().mid(asked);
+    for (const NginxServer::Entry &entry : log)
+        downloaded += entry.path.contains("/archives/") ? entry.bodyBytesSent : 0;
+    QCOMPARE(downloaded, bytes(said, "downloadBytes"));
+    maps->content.publish(QStringLiteral("26.12.24.00"));
+    QVERIFY(maps->run(words("update --dry-run")).out.contains("--clear-backup"));
+    const qint64 before = DiskSize::of(maps->dataFolder() + QStringLiteral("/cities")).bytes;
+    QCOMPARE(maps->run(words("update --clear-backup")).code, 0);
+    QCOMPARE(before - DiskSize::of(maps->dataFolder() + QStringLiteral("/cities")).bytes,
+             bytes(said, "backupBytes"));
+}
+
+void CliDryRunTest::updateIsShownInWords()
+{
+    publishNewVersion();
+
+    const ProgramRun run = maps->run(words("update --dry-run -q"));
+
+    QCOMPARE(run.code, 0);
+    for (const char *text :
+         {"Version 26.11.21.00 is installed, the server has 26.12.01.00.",
+          "FI (Finland in 001): ", "tiles: 1 new, 0 of another size, 1 of the same size, 1 gone.",
+          "it would take 1 tiles from other regions:", "5/5/border.cdt: SE (Sweden in 001)",
+          "In total ", "The new maps take 90 kB.", "Removing the backup afterwards frees "})
+        QVERIFY2(run.out.contains(text), text);
+}
+
+void CliDryRunTest::aDryUpdateChangesNothingAndNeedsNoLock()
+{
+    publishNewVersion();
+    const QByteArray before = picture();
+    qputenv("VEXA_MYDOCS", QFile::encodeName(maps->dataFolder()));
+    qputenv("HOME", QFile::encodeName(maps->homeFolder()));
+
+    QCOMPARE(maps->run(words("update --dry-run")).code, 0);
+
+    QCOMPARE(picture(), before);
+    DataSetLock lock;
+    QVERIFY(lock.tryLock());
+    QCOMPARE(maps->run(words("update")).code, 5);
+    QCOMPARE(maps->run(words("update --dry-run")).code, 0);
+}
+
+void CliDryRunTest::theSameVersionIsUpToDate()
+{
+    const ProgramRun shown = maps->run(words("update --dry-run"));
+    const ProgramRun json = maps->run(words("update --dry-run --json"));
+
+    QCOMPARE(shown.code, 0);
+    QCOMPARE(shown.out, QByteArray("Up to date: version 26.11.21.00.\n"));
+    QCOMPARE(json.object().value(QLatin1String("upToDate")).toBool(), true);
+}
+
+void CliDryRunTest::aDryUpdateFailsAsTheUpdateWould_data()
+{
+    QTest::addColumn<QByteArray>("archive");
+    QTest::addColumn<int>("code");
+    QTest::newRow("an archive that is missing") << QByteArray() << 4;
+    QTest::newRow("an archive that is damaged") << QByteArray("damaged") << 1;
+}
+
+void CliDryRunTest::aDryUpdateFailsAsTheUpdateWould()
+{
+    QFETCH(QByteArray, archive);
+    QFETCH(int, code);
+    publishNewVersion();
+    const QString path = maps->content.archivePath(QStringLiteral("FI"));
+    QVERIFY(QFile::remove(path));
+    if (!archive.isEmpty())
+        TestFile::write(path, archive);
+
+    const ProgramRun dry = maps->run(words("update --dry-run"));
+    const ProgramRun json = maps->run(words("update --dry-run --json"));
+
+    QCOMPARE(dry.code, code);
+    QVERIFY(dry.out.contains("leaves out the regions"));
+    QCOMPARE(json.code, code);
+    QCOMPARE(json.object().value(QLatin1String("complete")).toBool(true), false);
+    QCOMPARE(maps->run(words("update")).code, code);
+}
+
+void CliDryRunTest::aSilentServerIsGivenUp()
+{
+    HttpTestServer silent;
+    silent.add("/map5/version.txt", QByteArray("26.12.01.00"), HttpTestServer::SilentAccept());
+    maps->baseUri = silent.url("/map5/");
+
+    const ProgramRun run = maps->run(words("update --dry-run --timeout 1"));
+
+    QCOMPARE(run.code, 4);
+    QVERIFY(run.err.contains("silent for 1 s"));
+    QVERIFY(run.out.isEmpty());
+}
+
+void CliDryRunTest::aDryUpdateIsInterrupted()
+{
+    HttpTestServer silent;
+    silent.add("/map5/version.txt", QByteArray("26.12.01.00"), HttpTestServer::SilentAccept());
+    maps->baseUri = silent.url("/map5/");
+    const auto child = maps->start(words("update --dry-run"));
+    QVERIFY(child->waitFor([&silent] { return silent.requestCount() > 0; }));
+
+    child->sendSignal(SIGINT);
+
+    QCOMPARE(child->waitForFinished(), 130);
+}
+
+void CliDryRunTest::withoutMapsThereIsNothingToUpdate()
+{
+    const QString empty = maps->scratchPath(QStringLiteral("empty"));
+
+    const ProgramRun run = maps->runRaw({QStringLiteral("--data-dir"), empty,
+                                         QStringLiteral("update"), QStringLiteral("--dry-run")});
+
+    QCOMPARE(run.code, 1);
+    QVERIFY(run.err.contains("vexa-maps refresh"));
+    QVERIFY(!QFile::exists(empty + QStringLiteral("/cities")));
 }
 
 QTEST_GUILESS_MAIN(CliDryRunTest)
