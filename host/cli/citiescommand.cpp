@@ -75,6 +75,8 @@ public:
             return add(parser, context);
         if (parser.isSet(NameOption) || parser.isSet(VersionOption))
             return usageError(tr("--name and --package-version go with --add."), context.console);
+        if (const int code = settleData(context))
+            return code;
         const Entries entries = savedEntries();
         if (context.json)
             showJson(entries, context.console);

@@ -2,41 +2,135 @@
 #include "host/shared/datasetswap.h"
 
 #include "catalog/mapcatalog.h"
+#include "host/shared/folderexchange.h"
+#include "host/shared/setremoval.h"
+#include "host/shared/swapcheck.h"
 #include "plugin/dataroot.h"
-#include <QDir>
-#include <QDirIterator>
+#include <QPointer>
 
 namespace {
 
-const QString Backup = QStringLiteral("_");
+using Operation = SwapNote::Operation;
+using Recovery = DataSetSwap::Recovery;
 
-bool moveFolders(const QString &from, const QString &to)
+const QLatin1String Backup("_");
+const QLatin1String Voices("/voices");
+
+enum class Outcome { Finished, TakenBack, Stuck };
+
+void addSentence(QString *text, const QString &sentence)
 {
-    QDir dir;
-    const QString voices = QStringLiteral("/voices");
-    if (dir.exists(DataRoot::tileCacheFolder() + voices)
-        && !dir.rename(DataRoot::tileCacheFolder() + voices,
-                       DataRoot::tileCacheFolder(from) + voices))
-        return false;
-    return dir.rename(DataRoot::catalogFolder(), DataRoot::catalogFolder(to))
-        && dir.rename(DataRoot::catalogFolder(from), DataRoot::catalogFolder())
-        && dir.rename(DataRoot::tileCacheFolder(), DataRoot::tileCacheFolder(to))
-        && dir.rename(DataRoot::tileCacheFolder(from), DataRoot::tileCacheFolder());
+    if (!text->isEmpty() && !sentence.isEmpty())
+        *text += QLatin1Char(' ');
+    *text += sentence;
 }
 
-bool removeSet(const QString &suffix)
+// Whether the catalogue does at once what it is told: a load or a change would make it wait, and
+// the folders would move when nobody expects it any more.
+bool isIdle(MapCatalog *catalog)
 {
-    return QDir(DataRoot::catalogFolder(suffix)).removeRecursively()
-        && QDir(DataRoot::tileCacheFolder(suffix)).removeRecursively();
+    bool done = false;
+    const auto connection = QObject::connect(catalog, &MapCatalog::mapBaseDirectoryChanged, catalog,
+                                             [&done] { done = true; });
+    const QPointer<MapCatalog> alive(catalog);
+    catalog->initFolderStructure();
+    if (alive)
+        QObject::disconnect(connection);
+    return alive && done;
 }
 
+// Backup or prepared set: both are whole only with both folders.
 bool setExists(const QString &suffix)
 {
-    return QDir(DataRoot::catalogFolder(suffix)).exists()
-        && QDir(DataRoot::tileCacheFolder(suffix)).exists();
+    return FolderOps::isFolder(DataRoot::catalogFolder(suffix))
+        && FolderOps::isFolder(DataRoot::tileCacheFolder(suffix));
 }
 
 } // namespace
+
+/** The steps that the calls and recover() have in common. */
+class DataSetSwap::Steps
+{
+    Q_DECLARE_TR_FUNCTIONS(DataSetSwap)
+
+public:
+    static QString asideReport(const QStringList &names)
+    {
+        return names.isEmpty()
+            ? QString()
+            : tr("What was in the way is now called %1.").arg(names.join(QLatin1String(", ")));
+    }
+
+    static QString removedSuffix(const SwapNote &note)
+    {
+        return note.operation == Operation::Clear ? QString(Backup) : note.suffix;
+    }
+
+    /** Syncs what has moved and takes the note away. */
+    static bool conclude(QString *errorString)
+    {
+        return FolderOps::syncFileSystem(DataRoot::cities(), errorString)
+            && SwapJournal::remove(errorString);
+    }
+
+    /** Brings an exchange to its end, or back; text gets the reason, or what was set aside. */
+    static Outcome settle(const SwapNote &note, QString *text)
+    {
+        FolderExchange exchange(note);
+        QString finishError;
+        QString backError;
+        Outcome outcome = Outcome::Stuck;
+        if (exchange.finish(&finishError) && exchange.isFinished())
+            outcome = Outcome::Finished;
+        else if (exchange.takeBack(&backError))
+            outcome = Outcome::TakenBack;
+        addSentence(text, finishError);
+        addSentence(text, backError);
+        addSentence(text, asideReport(exchange.setAside()));
+        QString diskError;
+        if (outcome == Outcome::Stuck || conclude(&diskError))
+            return outcome;
+        addSentence(text, diskError);
+        return Outcome::Stuck;
+    }
+
+    static Recovery recoverExchange(const SwapNote &note, QString *text)
+    {
+        const bool isSwap = note.operation == Operation::Swap;
+        switch (settle(note, text)) {
+        case Outcome::Finished:
+            return isSwap ? Recovery::SwapFinished : Recovery::UndoFinished;
+        case Outcome::TakenBack:
+            return isSwap ? Recovery::SwapUndone : Recovery::UndoAbandoned;
+        case Outcome::Stuck:
+            break;
+        }
+        return Recovery::Failed;
+    }
+
+    static Recovery recoverRemoval(const SwapNote &note, QString *text)
+    {
+        SetRemoval removal(removedSuffix(note));
+        if (!removal.takeNames(text) || !conclude(text))
+            return Recovery::Failed;
+        addSentence(text, asideReport(removal.setAside()));
+        QString leftover; // costs space and nothing else; the next start tries again
+        SetRemoval::removeNameless(&leftover);
+        addSentence(text, leftover);
+        return Recovery::ClearFinished;
+    }
+
+    /** What a removal of all map data that was cut short has parked. */
+    static bool putVoicesBack()
+    {
+        const QString parked = DataRoot::cities() + Voices;
+        const QString place = DataRoot::tileCacheFolder() + Voices;
+        return FolderOps::isFolder(parked) && FolderOps::isFolder(DataRoot::tileCacheFolder())
+            && (!FolderOps::exists(place) || FolderOps::removeEmptyTree(place))
+            && FolderOps::rename(parked, place, nullptr)
+            && FolderOps::syncFileSystem(DataRoot::cities(), nullptr);
+    }
+};
 
 DataSetSwap::DataSetSwap(const QString &suffix)
     : m_suffix(suffix)
@@ -44,47 +138,89 @@ DataSetSwap::DataSetSwap(const QString &suffix)
 
 bool DataSetSwap::check()
 {
-    if (!setExists(m_suffix))
-        return fail(tr("There is no prepared map data."));
-    if (setExists(Backup))
-        return fail(tr("There is a backup of an earlier update."));
-    return true;
+    m_errorString = SwapCheck(FolderExchange::noteOf(Operation::Swap, m_suffix)).objection();
+    return m_errorString.isEmpty();
 }
 
 bool DataSetSwap::swap(MapCatalog *main)
 {
-    if (!check())
-        return false;
-    main->swapOriginalFoldersWithSuffixed(m_suffix);
-    main->initialize();
-    return true;
+    return check() && exchange(int(Operation::Swap), main);
 }
 
 bool DataSetSwap::checkUndo()
 {
-    if (!backupExists())
-        return fail(tr("There is no backup."));
-    if (setExists(m_suffix))
-        return fail(tr("An update is being prepared."));
-    return true;
+    m_errorString = SwapCheck(FolderExchange::noteOf(Operation::Undo, m_suffix)).objection();
+    return m_errorString.isEmpty();
 }
 
 bool DataSetSwap::undo(MapCatalog *main)
 {
-    if (!checkUndo() || !moveFolders(Backup, m_suffix))
+    return checkUndo() && exchange(int(Operation::Undo), main);
+}
+
+bool DataSetSwap::exchange(int operation, MapCatalog *main)
+{
+    const QPointer<MapCatalog> catalog(main);
+    if (!isIdle(main))
+        return fail(tr("The map data is being loaded or changed. Try again when that is done."));
+    const SwapNote note = FolderExchange::noteOf(Operation(operation), m_suffix);
+    // First the prepared files: the note must never be on the disk without them.
+    if (!FolderOps::syncFileSystem(DataRoot::cities(), &m_errorString)
+        || !SwapJournal::write(note, &m_errorString))
         return false;
-    main->initialize();
+    bool moved = true;
+    if (note.operation == Operation::Swap && catalog) {
+        catalog->swapOriginalFoldersWithSuffixed(m_suffix);
+        moved = FolderExchange(note).isFinished();
+    }
+    const Outcome outcome = Steps::settle(note, &m_errorString);
+    if (outcome == Outcome::Stuck) // The catalogue must not make folders now.
+        return fail(tr("The exchange of the map data could not be brought to an end: %1")
+                        .arg(m_errorString));
+    if (catalog)
+        catalog->initialize();
+    if (outcome == Outcome::TakenBack)
+        return fail(tr("The map data could not be exchanged, and is as it was before: %1")
+                        .arg(m_errorString));
+    if (!moved)
+        addSentence(&m_errorString,
+                    tr("The shell did not move every folder; the rest was moved without it."));
     return true;
 }
 
 bool DataSetSwap::clearBackup()
 {
-    return removeSet(Backup) || fail(tr("The backup cannot be removed."));
+    return remove(int(Operation::Clear));
 }
 
 bool DataSetSwap::discardPrepared()
 {
-    return removeSet(m_suffix) || fail(tr("The prepared map data cannot be removed."));
+    if (!SwapJournal::isUsableSuffix(m_suffix)) // Above all the empty one: the main set's.
+        return fail(tr("\"%1\" cannot stand behind the name of a data set.").arg(m_suffix));
+    return remove(int(Operation::Discard));
+}
+
+bool DataSetSwap::remove(int operation)
+{
+    m_errorString.clear();
+    if (SwapJournal::exists())
+        return fail(
+            tr("An exchange of the map data was cut short. Start the program again first."));
+    SwapNote note;
+    note.operation = Operation(operation);
+    note.suffix = m_suffix;
+    SetRemoval removal(Steps::removedSuffix(note));
+    if (removal.isNeeded()) {
+        const QString objection = removal.objection();
+        if (!objection.isEmpty())
+            return fail(objection);
+        if (!SwapJournal::write(note, &m_errorString))
+            return false;
+        if (!removal.takeNames(&m_errorString) || !Steps::conclude(&m_errorString))
+            return false;
+    }
+    addSentence(&m_errorString, Steps::asideReport(removal.setAside()));
+    return SetRemoval::removeNameless(&m_errorString);
 }
 
 QString DataSetSwap::errorString() const
@@ -94,37 +230,52 @@ QString DataSetSwap::errorString() const
 
 bool DataSetSwap::backupExists()
 {
-    return setExists(Backup);
+    // While a swap or a removal is not over, there is none to be relied on.
+    return !journalExists() && setExists(Backup);
 }
 
 QString DataSetSwap::backupVersion()
 {
+    if (!backupExists())
+        return QString();
     return MapCatalogProcessor().readLocalMapVersion(DataRoot::catalogFolder(Backup)
                                                      + QLatin1String("/content.xml"));
 }
 
 qint64 DataSetSwap::backupBytes()
 {
-    qint64 bytes = 0;
-    for (const QString &folder :
-         {DataRoot::catalogFolder(Backup), DataRoot::tileCacheFolder(Backup)}) {
-        QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            files.next();
-            bytes += files.fileInfo().size();
-        }
-    }
-    return bytes;
+    if (!backupExists())
+        return 0;
+    return FolderOps::bytesBelow(DataRoot::catalogFolder(Backup))
+        + FolderOps::bytesBelow(DataRoot::tileCacheFolder(Backup));
 }
 
 bool DataSetSwap::journalExists()
 {
-    return false;
+    return SwapJournal::exists();
 }
 
-DataSetSwap::Recovery DataSetSwap::recover(QString *)
+DataSetSwap::Recovery DataSetSwap::recover(QString *errorString)
 {
-    return Recovery::Nothing;
+    QString unheard;
+    QString *text = errorString ? errorString : &unheard;
+    text->clear();
+    SwapJournal::removeUnfinished();
+    Recovery recovery = Recovery::Nothing;
+    if (SwapJournal::exists()) {
+        const auto note = SwapJournal::read(text);
+        if (!note)
+            return Recovery::Failed;
+        const bool isRemoval =
+            note->operation == Operation::Clear || note->operation == Operation::Discard;
+        recovery =
+            isRemoval ? Steps::recoverRemoval(*note, text) : Steps::recoverExchange(*note, text);
+    } else if (SetRemoval::hasNameless() && SetRemoval::removeNameless(nullptr)) {
+        recovery = Recovery::ClearFinished;
+    } // What cannot be removed costs space and nothing else; clearBackup() would tell.
+    if (recovery != Recovery::Failed && Steps::putVoicesBack() && recovery == Recovery::Nothing)
+        recovery = Recovery::VoicesPutBack;
+    return recovery;
 }
 
 QString DataSetSwap::describe(Recovery recovery)

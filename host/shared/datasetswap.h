@@ -102,6 +102,10 @@ public:
     static QString describe(Recovery recovery);
 
 private:
+    class Steps;
+
+    bool exchange(int operation, MapCatalog *main);
+    bool remove(int operation);
     bool fail(const QString &reason);
 
     QString m_suffix;

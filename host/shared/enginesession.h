@@ -11,9 +11,10 @@
  * Catalogue, engine and installer of one program, put together in the right order and taken apart
  * in the right order.
  *
- * A program makes one in the GUI thread, after it has taken the DataSetLock and set the data root.
- * The catalogue is loaded at once; the engine runs between start() and stop(). Of two sessions only
- * one may run at a time.
+ * A program makes one in the GUI thread, after it has set the data root, taken the DataSetLock and
+ * called DataSetSwap::recover() without a failure: on a swap that was cut short the catalogue would
+ * make empty folders and the installer settle on them. The catalogue is loaded at once; the engine
+ * runs between start() and stop(). Of two sessions only one may run at a time.
  */
 class EngineSession : public QObject
 {

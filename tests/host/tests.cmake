@@ -7,6 +7,8 @@ add_library(vexa_hosttest STATIC
     host/fakenetworkmanager.cpp host/fakenetworkmanager.h
     host/installerrig.h
     host/mapsprogram.h
+    host/swaprig.h
+    host/swapstates.h
     host/testcontent.cpp host/testcontent.h
     host/updaterig.h)
 vexa_build_settings(vexa_hosttest)
@@ -43,3 +45,19 @@ vexa_add_test(host/remotearchive LIBRARIES vexa_hosttest TIMEOUT 400)
 vexa_add_test(host/updateinspection LIBRARIES vexa_hosttest)
 vexa_add_test(host/updatepreview LIBRARIES vexa_hosttest)
 vexa_add_test(host/zipdirectory LIBRARIES vexa_hosttest)
+
+add_executable(swapchild host/swapchild.cpp)
+vexa_build_settings(swapchild)
+# First, so that the calls of all other libraries go through it.
+target_link_libraries(swapchild PRIVATE
+    -Wl,--no-as-needed vexa_killpoints -Wl,--as-needed vexa_host)
+vexa_add_test(host/datasetswap LIBRARIES vexa_host vexa_steptest TIMEOUT 600)
+vexa_add_test(host/swapfaults LIBRARIES vexa_host vexa_steptest TIMEOUT 600)
+vexa_add_test(host/swapjournal LIBRARIES vexa_host TIMEOUT 600)
+vexa_add_test(host/swaprecovery LIBRARIES vexa_host TIMEOUT 600)
+vexa_add_test(host/swapcommands LIBRARIES vexa_hosttest)
+vexa_add_test(host/swapkill LIBRARIES vexa_host TIMEOUT 900)
+foreach(name IN ITEMS datasetswap swapkill)
+    target_compile_definitions(tst_${name} PRIVATE VEXA_SWAPCHILD="$<TARGET_FILE:swapchild>")
+    add_dependencies(tst_${name} swapchild)
+endforeach()
