@@ -6,6 +6,7 @@
 #include "host/shared/setremoval.h"
 #include "host/shared/swapcheck.h"
 #include "plugin/dataroot.h"
+#include <functional>
 #include <QPointer>
 
 namespace {
@@ -25,18 +26,25 @@ void addSentence(QString *text, const QString &sentence)
     *text += sentence;
 }
 
-// Whether the catalogue does at once what it is told: a load or a change would make it wait, and
-// the folders would move when nobody expects it any more.
-bool isIdle(MapCatalog *catalog)
+// Whether the catalogue carries out at once what it is told. If a load or a change is under way it
+// would remember it, and the folders would move when nobody expects it any more.
+bool isDoneAtOnce(MapCatalog *catalog, const std::function<void()> &call)
 {
     bool done = false;
+    const QPointer<MapCatalog> alive(catalog);
     const auto connection = QObject::connect(catalog, &MapCatalog::mapBaseDirectoryChanged, catalog,
                                              [&done] { done = true; });
-    const QPointer<MapCatalog> alive(catalog);
-    catalog->initFolderStructure();
+    call();
     if (alive)
         QObject::disconnect(connection);
     return alive && done;
+}
+
+// By a catalogue that ends here: should it have to wait for others, what it remembers goes with it.
+bool moveByLibrary(const QString &suffix)
+{
+    MapCatalog mover;
+    return isDoneAtOnce(&mover, [&] { mover.swapOriginalFoldersWithSuffixed(suffix); });
 }
 
 // Backup or prepared set: both are whole only with both folders.
@@ -160,17 +168,20 @@ bool DataSetSwap::undo(MapCatalog *main)
 
 bool DataSetSwap::exchange(int operation, MapCatalog *main)
 {
+    const QString busy =
+        tr("The map data is being loaded or changed. Try again when that is done.");
     const QPointer<MapCatalog> catalog(main);
-    if (!isIdle(main))
-        return fail(tr("The map data is being loaded or changed. Try again when that is done."));
+    if (!isDoneAtOnce(main, [main] { main->initFolderStructure(); }))
+        return fail(busy);
     const SwapNote note = FolderExchange::noteOf(Operation(operation), m_suffix);
     // First the prepared files: the note must never be on the disk without them.
     if (!FolderOps::syncFileSystem(DataRoot::cities(), &m_errorString)
         || !SwapJournal::write(note, &m_errorString))
         return false;
     bool moved = true;
-    if (note.operation == Operation::Swap && catalog) {
-        catalog->swapOriginalFoldersWithSuffixed(m_suffix);
+    if (note.operation == Operation::Swap) {
+        if (!moveByLibrary(m_suffix)) // Another catalogue is at work; nothing has moved.
+            return SwapJournal::remove(&m_errorString) && fail(busy);
         moved = FolderExchange(note).isFinished();
     }
     const Outcome outcome = Steps::settle(note, &m_errorString);
@@ -178,7 +189,7 @@ bool DataSetSwap::exchange(int operation, MapCatalog *main)
         return fail(tr("The exchange of the map data could not be brought to an end: %1")
                         .arg(m_errorString));
     if (catalog)
-        catalog->initialize();
+        catalog->resetInstanceWithPathSuffix();
     if (outcome == Outcome::TakenBack)
         return fail(tr("The map data could not be exchanged, and is as it was before: %1")
                         .arg(m_errorString));

@@ -60,13 +60,17 @@ public:
      * cases errorString() is not empty if a move had failed.
      *
      * The catalogue, which is not null, works on the main set afterwards, with its versions but
-     * with the lists of before: call updateCatalog(). Refused while it is loading or changing.
+     * with the lists of before: call updateCatalog(). Refused while it, or another catalogue of the
+     * program, is loading or changing.
      */
     bool swap(MapCatalog *main);
 
     /** Whether undo() can be expected to succeed; as check(). */
     bool checkUndo();
-    /** Puts the backup in use again; the newer set becomes the prepared one. As swap(). */
+    /**
+     * Puts the backup in use again; the newer set becomes the prepared one. As swap(), but only the
+     * main catalogue is asked: the caller sees to it that no other one is at work.
+     */
     bool undo(MapCatalog *main);
 
     /**

@@ -51,8 +51,8 @@ vexa_build_settings(swapchild)
 # First, so that the calls of all other libraries go through it.
 target_link_libraries(swapchild PRIVATE
     -Wl,--no-as-needed vexa_killpoints -Wl,--as-needed vexa_host)
-vexa_add_test(host/datasetswap LIBRARIES vexa_host vexa_steptest TIMEOUT 600)
-vexa_add_test(host/swapfaults LIBRARIES vexa_host vexa_steptest TIMEOUT 600)
+vexa_add_test(host/datasetswap LIBRARIES vexa_host TIMEOUT 600)
+vexa_add_test(host/swapfaults LIBRARIES vexa_host vexa_fakesystem TIMEOUT 600)
 vexa_add_test(host/swapjournal LIBRARIES vexa_host TIMEOUT 600)
 vexa_add_test(host/swaprecovery LIBRARIES vexa_host TIMEOUT 600)
 vexa_add_test(host/swapcommands LIBRARIES vexa_hosttest)

@@ -60,7 +60,8 @@ private Q_SLOTS:
     void knowsAMountPoint();
     void refusesAFullDisk();
     void doesNothingIfTheJournalCannotBeWritten();
-    void refusesWhileTheCatalogueLoads();
+    void refusesWhileACatalogueLoads_data();
+    void refusesWhileACatalogueLoads();
     void refusesToGoBack_data();
     void refusesToGoBack();
 
@@ -423,18 +424,28 @@ void DataSetSwapTest::doesNothingIfTheJournalCannotBeWritten()
     QVERIFY2(m_rig->isNew(), SwapRig::description());
 }
 
-void DataSetSwapTest::refusesWhileTheCatalogueLoads()
+void DataSetSwapTest::refusesWhileACatalogueLoads_data()
 {
+    QTest::addColumn<bool>("another");
+    QTest::newRow("the main one") << false;
+    QTest::newRow("the prepared set's") << true;
+}
+
+void DataSetSwapTest::refusesWhileACatalogueLoads()
+{
+    QFETCH(bool, another);
     MapCatalog catalog;
+    MapCatalog prepared(SwapRig::newSuffix());
+    MapCatalog &loading = another ? prepared : catalog;
     bool called = false;
     bool swapped = true;
-    connect(&catalog, &MapCatalog::bussyChanged, this, [&] {
+    connect(&loading, &MapCatalog::bussyChanged, this, [&] {
         if (!called)
             QTimer::singleShot(0, this, [&] { swapped = m_dataSets.swap(&catalog); });
         called = true;
     });
 
-    catalog.updateCatalog();
+    loading.updateCatalog();
 
     QVERIFY(!swapped);
     QVERIFY2(m_dataSets.errorString().contains(QLatin1String("being loaded")),
@@ -443,6 +454,7 @@ void DataSetSwapTest::refusesWhileTheCatalogueLoads()
     // Nor is it made up for later, when nobody expects it.
     QVERIFY2(m_rig->isOld(), SwapRig::description());
     QVERIFY(m_dataSets.swap(&catalog));
+    QVERIFY2(m_rig->isNew(), SwapRig::description());
 }
 
 void DataSetSwapTest::refusesToGoBack_data()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Shells and disks that do not do what they are told, and removing what a swap has left.
 #include "catalog/mapcatalog.h"
-#include "download/fakesystem.h"
 #include "swaprig.h"
+#include "testutils/fakesystem.h"
 #include "testutils/temporaryhome.h"
 #include <memory>
 #include <QtTest>
