@@ -31,6 +31,13 @@ using ListIndex = qsizetype;
 using ListIndex = int;
 #endif
 
+// The style of Qt Quick's controls that adds nothing of its own has another name since Qt 6.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+inline constexpr char PlainControlsStyle[] = "Basic";
+#else
+inline constexpr char PlainControlsStyle[] = "Default";
+#endif
+
 /**
  * Makes the settings write UTF-8. Qt 6 always does; Qt 5 wrote escapes, and read the UTF-8 that
  * Qt 6 had left as garbage. To be called before the first read or write.

@@ -2,13 +2,10 @@
 #include "host/cli/commandline.h"
 
 #include "host/cli/loglines.h"
+#include "host/shared/datafolder.h"
 #include "host/shared/enginesession.h"
 #include "plugin/logger.h"
 #include <algorithm>
-#include <cstdlib>
-#include <QDir>
-#include <QFileInfo>
-#include <QSettings>
 
 namespace {
 
@@ -174,22 +171,12 @@ bool CommandLine::prepare(const QCommandLineParser &parser, CommandContext *cont
         || prepareDataFolder(parser.value(QStringLiteral("data-dir")));
 }
 
-// Downloads, scratch folder, queue and settings go with the data, so that two data sets never
-// share a queue and files are moved on one file system.
 bool CommandLine::prepareDataFolder(const QString &folder)
 {
-    const QString path = QFileInfo(folder).absoluteFilePath();
-    const QString home = path + QLatin1String("/.vexa-home");
-    if (folder.isEmpty() || !QDir().mkpath(home)) {
-        usageError(tr("The folder \"%1\" cannot be used.").arg(folder));
-        return false;
-    }
-    const QString settings = home + QLatin1String("/.config");
-    qputenv("VEXA_MYDOCS", QFile::encodeName(QDir::cleanPath(path)));
-    qputenv("HOME", QFile::encodeName(QDir::cleanPath(home)));
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(settings));
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings);
-    return true;
+    if (DataFolder::use(folder))
+        return true;
+    usageError(tr("The folder \"%1\" cannot be used.").arg(folder));
+    return false;
 }
 
 int CommandLine::usageError(const QString &text, const QString &command)

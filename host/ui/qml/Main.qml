@@ -1,0 +1,315 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import VexaHost 1.0
+import VexaMaps 1.0
+
+/** The window: bar at the side where it is wide, tabs at the bottom where it is narrow. */
+ApplicationWindow {
+    id: window
+
+    readonly property bool wide: width >= 720
+    property int page: 0
+
+    visible: true
+    width: 360
+    height: 640
+    minimumWidth: 320
+    minimumHeight: 480
+    title: qsTr("Maps")
+    color: Theme.background
+    palette.window: Theme.background
+    palette.windowText: Theme.text
+    palette.base: Theme.surface
+    palette.text: Theme.text
+    palette.highlight: Theme.accent
+    palette.highlightedText: Theme.accentText
+    palette.toolTipBase: Theme.text
+    palette.toolTipText: Theme.background
+
+    LayoutMirroring.enabled: Theme.mirrored
+    LayoutMirroring.childrenInherit: true
+
+    function show(number) {
+        page = number
+    }
+
+    function goBack() {
+        if (pages.item && pages.item.goBack())
+            return
+        if (page !== 0)
+            page = 0
+    }
+
+    Binding {
+        target: Theme
+        property: "dark"
+        value: session.dark
+    }
+    Connections {
+        target: session
+        function onNoticed(text, isError) { notice.show(text, isError) }
+    }
+    Shortcut {
+        sequence: StandardKey.Find
+        enabled: session.isOpen
+        onActivated: {
+            window.show(0)
+            pages.item.focusSearch()
+        }
+    }
+    Shortcut {
+        sequences: ["F5", "Ctrl+R"]
+        onActivated: session.refresh()
+    }
+    Shortcut {
+        sequences: ["Escape", "Back", "Alt+Left"]
+        onActivated: window.goBack()
+    }
+    Shortcut {
+        sequence: StandardKey.Quit
+        onActivated: window.close()
+    }
+    Instantiator {
+        model: 4
+        delegate: Shortcut {
+            sequence: "Alt+" + (index + 1)
+            onActivated: window.show(index)
+        }
+    }
+
+    RowLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Rectangle {
+            visible: window.wide
+            color: Theme.surface
+            Layout.fillHeight: true
+            Layout.preferredWidth: 232
+
+            ColumnLayout {
+                anchors.fill: parent
+                anchors.margins: 12
+                spacing: 4
+
+                RowLayout {
+                    spacing: 12
+                    Layout.leftMargin: 12
+                    Layout.topMargin: Theme.unit
+                    Layout.bottomMargin: Theme.gap
+
+                    Image {
+                        source: "qrc:/icons/vexa-maps-ui.svg"
+                        sourceSize: Qt.size(72, 72)
+                        Layout.preferredWidth: 36
+                        Layout.preferredHeight: 36
+                        Accessible.ignored: true
+                    }
+                    TextLabel {
+                        text: window.title
+                        font.pixelSize: Theme.heading
+                        font.weight: Font.DemiBold
+                        Layout.fillWidth: true
+                    }
+                }
+                Repeater {
+                    model: entries.items
+
+                    NavButton {
+                        lying: true
+                        text: modelData.text
+                        iconName: modelData.icon
+                        badge: index === entries.transfersPage ? entries.transfers : 0
+                        current: window.page === index
+                        Layout.fillWidth: true
+                        onClicked: window.show(index)
+                    }
+                }
+                Item {
+                    Layout.fillHeight: true
+                }
+            }
+            Rectangle {
+                width: 1
+                height: parent.height
+                anchors.right: parent.right
+                color: Theme.line
+            }
+        }
+        ColumnLayout {
+            spacing: 0
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+
+            Loader {
+                id: pages
+
+                focus: true
+                active: session.isOpen
+                sourceComponent: allPages
+                visible: active
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+            }
+            Item {
+                visible: !session.isOpen
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+
+                EmptyState {
+                    objectName: "opening"
+                    anchors.centerIn: parent
+                    width: Math.min(parent.width - 48, 400)
+                    iconName: session.problem === "" ? "map" : "warning"
+                    title: session.problem === "" ? qsTr("Opening the maps")
+                                                  : qsTr("The maps cannot be opened")
+                    text: session.problem
+                    busy: session.problem === ""
+                    actionText: qsTr("Try again")
+                    actionIcon: "refresh"
+                    onTriggered: session.open()
+                }
+            }
+            Rectangle {
+                visible: !window.wide
+                color: Theme.surface
+                implicitHeight: 64
+                Layout.fillWidth: true
+
+                Rectangle {
+                    width: parent.width
+                    height: 1
+                    color: Theme.line
+                }
+                RowLayout {
+                    anchors.fill: parent
+                    spacing: 0
+
+                    Repeater {
+                        model: entries.items
+
+                        NavButton {
+                            text: modelData.text
+                            iconName: modelData.icon
+                            badge: index === entries.transfersPage ? entries.transfers : 0
+                            current: window.page === index
+                            Layout.fillWidth: true
+                            Layout.preferredWidth: 1
+                            onClicked: window.show(index)
+                        }
+                    }
+                }
+            }
+        }
+    }
+
+    QtObject {
+        id: entries
+
+        readonly property int transfersPage: 2
+        readonly property int transfers: session.isOpen ? session.installer.pending.length : 0
+        readonly property var items: [
+            { text: qsTr("Maps"), icon: "map" },
+            { text: qsTr("Installed"), icon: "device" },
+            { text: qsTr("Transfers"), icon: "transfers" },
+            { text: qsTr("Settings"), icon: "settings" }
+        ]
+    }
+
+    Component {
+        id: allPages
+
+        Item {
+            function goBack() {
+                return window.page === 0 && regionsPage.goBack()
+            }
+            function focusSearch() {
+                regionsPage.focusSearch()
+            }
+
+            StackLayout {
+                anchors.fill: parent
+                currentIndex: window.page
+
+                RegionsPage {
+                    id: regionsPage
+
+                    objectName: "regionsPage"
+                    focus: window.page === 0
+                    onSheetAsked: id => sheet.show(id)
+                }
+                InstalledPage {
+                    objectName: "installedPage"
+                    focus: window.page === 1
+                    onSheetAsked: id => sheet.show(id)
+                    onRemovalAsked: id => removal.ask(id)
+                    onBrowsingAsked: window.show(0)
+                }
+                TransfersPage {
+                    objectName: "transfersPage"
+                    focus: window.page === 2
+                    onSheetAsked: id => sheet.show(id)
+                    onBrowsingAsked: window.show(0)
+                }
+                SettingsPage {
+                    objectName: "settingsPage"
+                    focus: window.page === 3
+                }
+            }
+            RegionSheet {
+                id: sheet
+
+                objectName: "regionSheet"
+                onRemovalAsked: id => removal.ask(id)
+            }
+            RemoveDialog {
+                id: removal
+
+                objectName: "removeDialog"
+            }
+            Connections {
+                target: session.installer
+                function onRemoved(id, freedBytes) {
+                    var name = session.regions.get(id).name || ""
+                    session.noticed(qsTr("%1 is removed; %2 are free again.")
+                                        .arg(name).arg(Words.size(freedBytes)), false)
+                }
+            }
+        }
+    }
+
+    Banner {
+        id: notice
+
+        function show(words, error) {
+            text = words
+            isError = error
+            visible = true
+            if (error)
+                hide.stop()
+            else
+                hide.restart()
+        }
+
+        objectName: "notice"
+        visible: false
+        closable: true
+        width: Math.min(parent.width - 32, 480)
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.horizontalCenterOffset: window.wide ? (Theme.mirrored ? -116 : 116) : 0
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: window.wide ? 24 : 64 + 12
+        border.width: 1
+        border.color: letters
+        onClosed: visible = false
+
+        Timer {
+            id: hide
+
+            interval: 6000
+            onTriggered: notice.visible = false
+        }
+    }
+}

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import VexaHost 1.0
+import VexaMaps 1.0
+
+/** The maps on this device: how much room they take, updates and removal. */
+FocusScope {
+    id: page
+
+    signal sheetAsked(string id)
+    signal removalAsked(string id)
+    signal browsingAsked
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        PageHeader {
+            title: qsTr("Installed maps")
+            subtitle: session.freeSpace > 0
+                      ? qsTr("%1 free on this device").arg(Words.size(session.freeSpace)) : ""
+            Layout.alignment: Qt.AlignHCenter
+            Layout.fillWidth: true
+            Layout.maximumWidth: Theme.column
+        }
+        Item {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+
+            RegionList {
+                id: list
+
+                objectName: "installedList"
+                anchors.horizontalCenter: parent.horizontalCenter
+                height: parent.height
+                width: Math.min(parent.width, Theme.column)
+                focus: true
+                filter: "installed"
+                onPressed: region => page.sheetAsked(region.regionId)
+                delegate: RegionRow {
+                    id: row
+
+                    region: model
+                    showPath: true
+                    sizeOf: "disk"
+                    onClicked: page.sheetAsked(region.regionId)
+
+                    IconButton {
+                        visible: !row.region.pending && row.region.downloadable
+                        focusPolicy: row.buttonFocus
+                        text: qsTr("Update %1").arg(row.region.name)
+                        iconName: "update"
+                        color: Theme.accent
+                        onClicked: Actions.install(row.region.regionId)
+                    }
+                    IconButton {
+                        visible: !row.region.pending
+                        focusPolicy: row.buttonFocus
+                        text: qsTr("Remove %1").arg(row.region.name)
+                        iconName: "trash"
+                        color: Theme.danger
+                        onClicked: page.removalAsked(row.region.regionId)
+                    }
+                }
+            }
+            EmptyState {
+                visible: list.shown === 0 && !session.regions.loading
+                iconName: "device"
+                title: qsTr("No map is installed")
+                text: qsTr("Installed maps work without any network. Choose the regions that you "
+                           + "need.")
+                actionText: qsTr("Choose maps")
+                actionIcon: "map"
+                anchors.centerIn: parent
+                width: Math.min(parent.width - 48, 400)
+                onTriggered: page.browsingAsked()
+            }
+        }
+    }
+}

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import VexaHost 1.0
+import VexaMaps 1.0
+
+/**
+ * A list of regions, in a column of readable width, for fingers, mouse and keyboard: the arrows
+ * move, Enter and the space bar press the row, Tab leads to its buttons.
+ */
+ListView {
+    id: list
+
+    property alias search: rows.search
+    property alias parentId: rows.parentId
+    property alias treeMode: rows.treeMode
+    property alias filter: rows.filter
+    readonly property int shown: rows.count
+
+    signal pressed(var region)
+
+    /** Whether the row that the keyboard would press is to be marked: not for fingers. */
+    property bool byKeyboard: false
+
+    clip: true
+    activeFocusOnTab: true
+    keyNavigationEnabled: true
+    boundsBehavior: Flickable.StopAtBounds
+    reuseItems: true
+    cacheBuffer: 480
+    currentIndex: 0
+    Accessible.role: Accessible.List
+    onMovementStarted: byKeyboard = false
+    onActiveFocusChanged: byKeyboard = false
+    // The release, too: Tab is pressed elsewhere and released here.
+    Keys.onReleased: byKeyboard = true
+    Keys.onReturnPressed: press()
+    Keys.onEnterPressed: press()
+    Keys.onSpacePressed: press()
+
+    function press() {
+        byKeyboard = true
+        if (currentIndex >= 0 && currentIndex < rows.count)
+            pressed(rows.get(currentIndex))
+    }
+
+    model: RegionFilterModel {
+        id: rows
+
+        regions: session.regions
+    }
+
+    ScrollBar.vertical: ScrollBar {
+        id: bar
+
+        padding: 2
+        contentItem: Rectangle {
+            implicitWidth: 6
+            radius: 3
+            color: Theme.secondaryText
+            opacity: bar.policy === ScrollBar.AlwaysOn || (bar.active && bar.size < 1.0) ? 0.7 : 0
+        }
+    }
+}

@@ -1,0 +1,812 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ru">
+<context>
+    <name>Banner</name>
+    <message>
+        <source>Close the message</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>BrowseRow</name>
+    <message>
+        <source>Try %1 again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>BusyMark</name>
+    <message>
+        <source>Please wait</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>CatalogRefresher</name>
+    <message>
+        <source>The folder %1 cannot be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server does not deliver %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions; the old one stays.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ConfirmDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DataSetLock</name>
+    <message>
+        <source>The folder %1 cannot be made.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The lock file %1 cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another program (process %1) is at work on this map data. Try again when it is done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DataSetSwap</name>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a backup of an earlier update.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no backup.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An update is being prepared.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The backup cannot be removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The prepared map data cannot be removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An update that was cut short was finished: the new maps are in use.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An update that was cut short could not be finished: the old maps are in use.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Going back to the old maps was cut short and is finished now.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Going back to the old maps could not be finished: the new maps are in use.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A removal that was cut short was finished.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Voice data that a removal had set aside is in its place again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>InstalledPage</name>
+    <message>
+        <source>Installed maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 free on this device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No map is installed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installed maps work without any network. Choose the regions that you need.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Main</name>
+    <message>
+        <source>Maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Opening the maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The maps cannot be opened</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Transfers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is removed; %2 are free again.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>MapsSession</name>
+    <message>
+        <source>The server is silent. Try again later.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you look for new maps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of maps is up to date (version %1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server has newer maps (version %1). The installed ones stay at version %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>NavButton</name>
+    <message>
+        <source>%1 (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PageHeader</name>
+    <message>
+        <source>Back</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ProgressLine</name>
+    <message>
+        <source>Progress is not known yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RegionInstaller</name>
+    <message>
+        <source>The catalogue has no region &quot;%1&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is being installed already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 needs %2, but only %3 are free.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of pending installs could not be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not being installed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The files of %1 are being put into place already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is not installed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is being installed; cancel that first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Files of %1 are missing after the install.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The catalogue has no region &quot;%1&quot; any more.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 could not be recorded: the content file cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The files of %1 could not be put into place. Is the disk full?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server refused to send the archive of %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RegionRow</name>
+    <message>
+        <source>Installed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 on this device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RegionSheet</name>
+    <message>
+        <source>Download</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RegionWords</name>
+    <message>
+        <source>Paused by you</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting until the network may be used</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for Wi-Fi</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Not installed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for its turn</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloading, %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloading</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloading %1 %</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloading %1 %, %2 left</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unpacking</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unpacking %1 %</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Putting the files into place</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Finishing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancelled</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 min</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RegionsPage</name>
+    <message>
+        <source>Maps to download</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Search all maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No map has this name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try fewer letters, or the name in another language.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No maps are known yet</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fetch the list of maps from the server first. It is small; the maps themselves are downloaded one by one, as you choose.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fetch the list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RemoveDialog</name>
+    <message>
+        <source>Remove %1?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This frees %1 (%2).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 (%2) stay, because other installed maps need them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SearchField</name>
+    <message>
+        <source>Clear the search</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ServerDialog</name>
+    <message>
+        <source>Content server</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The address that maps are downloaded from.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is no http address.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use this server</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SettingRow</name>
+    <message>
+        <source>%1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SettingsPage</name>
+    <message>
+        <source>As the system</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Errors</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Errors and warnings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Information too</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Everything</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connected over Wi-Fi or a cable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Connected over a mobile network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set by you</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Told by the system</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The system does not tell</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Download over mobile networks</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>May cost money. Off: downloads wait for Wi-Fi.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Set the network by hand</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>For when the system does not know it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is a network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>It is Wi-Fi or a cable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installed maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n map(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version of the maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version of the map objects</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>City index</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n city package(s)</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Server</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Content server</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>List of maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <source>%n map(s) to choose from</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The server has newer maps: version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop looking</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This app</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TransfersPage</name>
+    <message>
+        <source>There is no network. Downloads go on as soon as there is one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Transfers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try %1 again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Nothing is being transferred</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Maps that you choose to install are shown here until they are ready.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Choose maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+</TS>
