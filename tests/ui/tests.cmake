@@ -1,0 +1,31 @@
+# SPDX-License-Identifier: MIT
+if(NOT TARGET vexa_ui)
+    return()
+endif()
+vexa_add_test(ui/uipages LIBRARIES vexa_ui vexa_hosttest TIMEOUT 400)
+vexa_add_test(ui/uiparts LIBRARIES vexa_ui)
+set_tests_properties(ui/uipages ui/uiparts PROPERTIES
+    ENVIRONMENT_MODIFICATION "QT_QUICK_BACKEND=set:software")
+
+# On a display of its own, where there is a server for such.
+find_program(VEXA_XVFB_RUN xvfb-run)
+if(VEXA_XVFB_RUN)
+    vexa_add_test(ui/uiendtoend LIBRARIES vexa_ui vexa_hosttest TIMEOUT 400
+        LAUNCHER "${VEXA_XVFB_RUN}" --auto-servernum)
+    set_tests_properties(ui/uiendtoend PROPERTIES ENVIRONMENT_MODIFICATION
+        "QT_QPA_PLATFORM=set:xcb;QT_QUICK_BACKEND=set:software")
+endif()
+
+# Every page in both shapes and colours; then once from right to left.
+foreach(language IN ITEMS en_GB ar_EG)
+    add_test(NAME ui/self_test_${language}
+        COMMAND vexa-maps-ui --self-test --locale ${language})
+    set_tests_properties(ui/self_test_${language} PROPERTIES
+        TIMEOUT 180
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QT_LOGGING_RULES=")
+endforeach()
+
+# Makes the pictures of doc/screenshots; run by tools/screenshots.
+add_executable(vexa_screenshots EXCLUDE_FROM_ALL ui/screenshots.cpp)
+vexa_build_settings(vexa_screenshots)
+target_link_libraries(vexa_screenshots PRIVATE vexa_ui)
