@@ -5,823 +5,823 @@
     <name>Banner</name>
     <message>
         <source>Close the message</source>
-        <translation type="unfinished"></translation>
+        <translation>إغلاق الرسالة</translation>
     </message>
 </context>
 <context>
     <name>BrowseRow</name>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>إعادة المحاولة: %1</translation>
     </message>
     <message>
         <source>Install %1</source>
-        <translation type="unfinished"></translation>
+        <translation>تثبيت %1</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>إلغاء %1</translation>
     </message>
 </context>
 <context>
     <name>BusyMark</name>
     <message>
         <source>Please wait</source>
-        <translation type="unfinished"></translation>
+        <translation>يُرجى الانتظار</translation>
     </message>
 </context>
 <context>
     <name>CatalogRefresher</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>يتعذّر إنشاء المجلد ⁦%1⁩.</translation>
     </message>
     <message>
         <source>%1 cannot be reached, or it is no map server.</source>
-        <translation type="unfinished"></translation>
+        <translation>يتعذّر الوصول إلى ⁦%1⁩، أو أنه ليس خادم خرائط.</translation>
     </message>
     <message>
         <source>%1 names no usable map version.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا يذكر ⁦%1⁩ إصدار خرائط صالحًا للاستخدام.</translation>
     </message>
     <message>
         <source>The server does not deliver %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>الخادم لا يقدّم ⁦%1⁩.</translation>
     </message>
     <message>
         <source>The server&apos;s %1 is damaged or lists no regions; the old one stays.</source>
-        <translation type="unfinished"></translation>
+        <translation>الملف ⁦%1⁩ على الخادم تالف أو لا يضم أي منطقة؛ سيبقى الملف القديم.</translation>
     </message>
     <message>
         <source>%1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>تتعذّر كتابة ⁦%1⁩.</translation>
     </message>
 </context>
 <context>
     <name>ConfirmDialog</name>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>إلغاء</translation>
     </message>
 </context>
 <context>
     <name>DataSetLock</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>يتعذّر إنشاء المجلد ⁦%1⁩.</translation>
     </message>
     <message>
         <source>The lock file %1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>تتعذّر كتابة ملف القفل ⁦%1⁩.</translation>
     </message>
     <message>
         <source>Another program (process %1) is at work on this map data. Try again when it is done.</source>
-        <translation type="unfinished"></translation>
+        <translation>يعمل برنامج آخر (العملية %1) على بيانات الخرائط هذه. أعد المحاولة عندما ينتهي.</translation>
     </message>
 </context>
 <context>
     <name>DataSetSwap</name>
     <message>
         <source>There is no prepared map data.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا توجد بيانات خرائط مُجهَّزة.</translation>
     </message>
     <message>
         <source>There is a backup of an earlier update.</source>
-        <translation type="unfinished"></translation>
+        <translation>توجد نسخة احتياطية من تحديث سابق.</translation>
     </message>
     <message>
         <source>There is no backup.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا توجد نسخة احتياطية.</translation>
     </message>
     <message>
         <source>An update is being prepared.</source>
-        <translation type="unfinished"></translation>
+        <translation>يجري تجهيز تحديث.</translation>
     </message>
     <message>
         <source>The backup cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>تتعذّر إزالة النسخة الاحتياطية.</translation>
     </message>
     <message>
         <source>The prepared map data cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>تتعذّر إزالة بيانات الخرائط المُجهَّزة.</translation>
     </message>
     <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>اكتمل تحديث كان قد انقطع: الخرائط الجديدة قيد الاستخدام.</translation>
     </message>
     <message>
         <source>An update that was cut short could not be finished: the old maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>تعذّر إكمال تحديث كان قد انقطع: الخرائط القديمة قيد الاستخدام.</translation>
     </message>
     <message>
         <source>Going back to the old maps was cut short and is finished now.</source>
-        <translation type="unfinished"></translation>
+        <translation>اكتملت الآن العودة إلى الخرائط القديمة بعد انقطاعها.</translation>
     </message>
     <message>
         <source>Going back to the old maps could not be finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>تعذّر إكمال العودة إلى الخرائط القديمة: الخرائط الجديدة قيد الاستخدام.</translation>
     </message>
     <message>
         <source>A removal that was cut short was finished.</source>
-        <translation type="unfinished"></translation>
+        <translation>اكتملت إزالة كانت قد انقطعت.</translation>
     </message>
     <message>
         <source>Voice data that a removal had set aside is in its place again.</source>
-        <translation type="unfinished"></translation>
+        <translation>عادت بيانات الصوت التي نُحّيت أثناء الإزالة إلى مكانها.</translation>
     </message>
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
-        <translation type="unfinished"></translation>
+        <translation>انقطع استبدال بيانات الخرائط ويتعذّر إكماله.</translation>
     </message>
 </context>
 <context>
     <name>InstalledPage</name>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>الخرائط المثبَّتة</translation>
     </message>
     <message>
         <source>%1 free on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>المتاح على هذا الجهاز: %1</translation>
     </message>
     <message>
         <source>Update %1</source>
-        <translation type="unfinished"></translation>
+        <translation>تحديث %1</translation>
     </message>
     <message>
         <source>Remove %1</source>
-        <translation type="unfinished"></translation>
+        <translation>إزالة %1</translation>
     </message>
     <message>
         <source>No map is installed</source>
-        <translation type="unfinished"></translation>
+        <translation>لا توجد خرائط مثبَّتة</translation>
     </message>
     <message>
         <source>Installed maps work without any network. Choose the regions that you need.</source>
-        <translation type="unfinished"></translation>
+        <translation>تعمل الخرائط المثبَّتة بلا أي شبكة. اختر المناطق التي تحتاج إليها.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>اختيار الخرائط</translation>
     </message>
 </context>
 <context>
     <name>Main</name>
     <message>
         <source>Maps</source>
-        <translation type="unfinished"></translation>
+        <translation>الخرائط</translation>
     </message>
     <message>
         <source>Opening the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ فتح الخرائط</translation>
     </message>
     <message>
         <source>The maps cannot be opened</source>
-        <translation type="unfinished"></translation>
+        <translation>يتعذّر فتح الخرائط</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>إعادة المحاولة</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>مثبَّتة</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>عمليات النقل</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>الإعدادات</translation>
     </message>
     <message>
         <source>%1 is removed; %2 are free again.</source>
-        <translation type="unfinished"></translation>
+        <translation>أُزيلت خريطة %1 وتوفّر %2 من المساحة.</translation>
     </message>
 </context>
 <context>
     <name>MapsSession</name>
     <message>
         <source>The server is silent. Try again later.</source>
-        <translation type="unfinished"></translation>
+        <translation>الخادم لا يستجيب. أعد المحاولة لاحقًا.</translation>
     </message>
     <message>
         <source>Let the transfers end, or cancel them, before you look for new maps.</source>
-        <translation type="unfinished"></translation>
+        <translation>قبل البحث عن خرائط جديدة، انتظر انتهاء عمليات النقل أو ألغِها.</translation>
     </message>
     <message>
         <source>There is no network connection.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا يوجد اتصال بالشبكة.</translation>
     </message>
     <message>
         <source>The list of maps is up to date (version %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>قائمة الخرائط محدَّثة (الإصدار ⁦%1⁩).</translation>
     </message>
     <message>
         <source>The server has newer maps (version %1). The installed ones stay at version %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>توجد على الخادم خرائط أحدث (الإصدار ⁦%1⁩). تبقى الخرائط المثبَّتة على الإصدار ⁦%2⁩.</translation>
     </message>
 </context>
 <context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>
     <name>PageHeader</name>
     <message>
         <source>Back</source>
-        <translation type="unfinished"></translation>
+        <translation>رجوع</translation>
     </message>
 </context>
 <context>
     <name>ProgressLine</name>
     <message>
         <source>Progress is not known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>التقدّم غير معروف بعد</translation>
     </message>
     <message>
         <source>%1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>%1%</translation>
     </message>
 </context>
 <context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا يضم الفهرس المنطقة «%1».</translation>
     </message>
     <message>
         <source>%1 is being installed already.</source>
-        <translation type="unfinished"></translation>
+        <translation>يجري تثبيت «%1» بالفعل.</translation>
     </message>
     <message>
         <source>The catalogue gives no usable address for %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا يذكر الفهرس عنوانًا صالحًا للمنطقة «%1».</translation>
     </message>
     <message>
         <source>%1 needs %2, but only %3 are free.</source>
-        <translation type="unfinished"></translation>
+        <translation>تحتاج «%1» إلى %2، لكن المتاح %3 فقط.</translation>
     </message>
     <message>
         <source>The list of pending installs could not be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>تعذّرت كتابة قائمة عمليات التثبيت المعلّقة.</translation>
     </message>
     <message>
         <source>%1 is not being installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا يجري تثبيت «%1».</translation>
     </message>
     <message>
         <source>The files of %1 are being put into place already.</source>
-        <translation type="unfinished"></translation>
+        <translation>يجري بالفعل وضع ملفات «%1» في مكانها.</translation>
     </message>
     <message>
         <source>%1 is not installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>المنطقة «%1» غير مثبَّتة.</translation>
     </message>
     <message>
         <source>%1 is being installed; cancel that first.</source>
-        <translation type="unfinished"></translation>
+        <translation>يجري تثبيت «%1»؛ ألغِ ذلك أولًا.</translation>
     </message>
     <message>
         <source>The archive of %1 holds no map tiles.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا يحتوي أرشيف «%1» على أي مربعات خرائط.</translation>
     </message>
     <message>
         <source>Files of %1 are missing after the install.</source>
-        <translation type="unfinished"></translation>
+        <translation>بعض ملفات «%1» مفقود بعد التثبيت.</translation>
     </message>
     <message>
         <source>The catalogue has no region &quot;%1&quot; any more.</source>
-        <translation type="unfinished"></translation>
+        <translation>لم يعد الفهرس يضم المنطقة «%1».</translation>
     </message>
     <message>
         <source>%1 could not be recorded: the content file cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>تعذّر تسجيل «%1»: تتعذّر كتابة ملف المحتوى.</translation>
     </message>
     <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>أرشيف «%1» تالف أو تعذّر فكّ ضغطه؛ لم يتغيّر شيء.</translation>
     </message>
     <message>
         <source>The files of %1 could not be put into place. Is the disk full?</source>
-        <translation type="unfinished"></translation>
+        <translation>تعذّر وضع ملفات «%1» في مكانها. هل القرص ممتلئ؟</translation>
     </message>
     <message>
         <source>The server refused to send the archive of %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>رفض الخادم إرسال أرشيف «%1».</translation>
     </message>
     <message>
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
-        <translation type="unfinished"></translation>
+        <translation>تعذّر تنزيل أرشيف «%1»: لا يمكن الوصول إلى الخادم أو أنه لا يملك الأرشيف.</translation>
     </message>
 </context>
 <context>
     <name>RegionRow</name>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>مثبَّتة</translation>
     </message>
     <message>
         <source>%1 on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>على هذا الجهاز: %1</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) inside</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>لا خرائط بداخلها</numerusform>
+            <numerusform>خريطة واحدة بداخلها</numerusform>
+            <numerusform>خريطتان بداخلها</numerusform>
+            <numerusform>%n خرائط بداخلها</numerusform>
+            <numerusform>%n خريطة بداخلها</numerusform>
+            <numerusform>%n خريطة بداخلها</numerusform>
         </translation>
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1، %2</translation>
     </message>
     <message>
         <source>%1 of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 من %2</translation>
     </message>
 </context>
 <context>
     <name>RegionSheet</name>
     <message>
         <source>Download</source>
-        <translation type="unfinished"></translation>
+        <translation>حجم التنزيل</translation>
     </message>
     <message>
         <source>Needs when installed</source>
-        <translation type="unfinished"></translation>
+        <translation>الحجم بعد التثبيت</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>على هذا الجهاز</translation>
     </message>
     <message>
         <source>Cancel the download</source>
-        <translation type="unfinished"></translation>
+        <translation>إلغاء التنزيل</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>إزالة</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>إعادة المحاولة</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished"></translation>
+        <translation>تحديث</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>تثبيت</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>إغلاق</translation>
     </message>
 </context>
 <context>
     <name>RegionWords</name>
     <message>
         <source>Paused by you</source>
-        <translation type="unfinished"></translation>
+        <translation>أوقفتها مؤقتًا</translation>
     </message>
     <message>
         <source>Waiting until the network may be used</source>
-        <translation type="unfinished"></translation>
+        <translation>في انتظار السماح باستخدام الشبكة</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation type="unfinished"></translation>
+        <translation>في انتظار شبكة Wi-Fi</translation>
     </message>
     <message>
         <source>Not installed</source>
-        <translation type="unfinished"></translation>
+        <translation>غير مثبَّتة</translation>
     </message>
     <message>
         <source>Waiting for its turn</source>
-        <translation type="unfinished"></translation>
+        <translation>في انتظار دورها</translation>
     </message>
     <message>
         <source>Downloading, %1</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ التنزيل، %1</translation>
     </message>
     <message>
         <source>Downloading</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ التنزيل</translation>
     </message>
     <message>
         <source>Downloading %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ التنزيل: %1%</translation>
     </message>
     <message>
         <source>Downloading %1 %, %2 left</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ التنزيل: %1%، بقي %2</translation>
     </message>
     <message>
         <source>Unpacking</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ فكّ الضغط</translation>
     </message>
     <message>
         <source>Unpacking %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ فكّ الضغط: %1%</translation>
     </message>
     <message>
         <source>Putting the files into place</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ وضع الملفات في مكانها</translation>
     </message>
     <message>
         <source>Finishing</source>
-        <translation type="unfinished"></translation>
+        <translation>جارٍ الإنهاء</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>مثبَّتة</translation>
     </message>
     <message>
         <source>Cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>أُلغيت</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ث</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 د</translation>
     </message>
     <message>
         <source>%1 h %2 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 س %2 د</translation>
     </message>
 </context>
 <context>
     <name>RegionsPage</name>
     <message>
         <source>Maps to download</source>
-        <translation type="unfinished"></translation>
+        <translation>خرائط للتنزيل</translation>
     </message>
     <message>
         <source>All maps</source>
-        <translation type="unfinished"></translation>
+        <translation>كل الخرائط</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>البحث عن خرائط جديدة</translation>
     </message>
     <message>
         <source>Search all maps</source>
-        <translation type="unfinished"></translation>
+        <translation>البحث في كل الخرائط</translation>
     </message>
     <message>
         <source>No map has this name</source>
-        <translation type="unfinished"></translation>
+        <translation>لا توجد خريطة بهذا الاسم</translation>
     </message>
     <message>
         <source>Try fewer letters, or the name in another language.</source>
-        <translation type="unfinished"></translation>
+        <translation>جرّب حروفًا أقل، أو الاسم بلغة أخرى.</translation>
     </message>
     <message>
         <source>No maps are known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>لا توجد خرائط معروفة بعد</translation>
     </message>
     <message>
         <source>Fetch the list of maps from the server first. It is small; the maps themselves are downloaded one by one, as you choose.</source>
-        <translation type="unfinished"></translation>
+        <translation>اجلب قائمة الخرائط من الخادم أولًا. القائمة صغيرة؛ أما الخرائط نفسها فتُنزَّل واحدة تلو الأخرى حسب اختيارك.</translation>
     </message>
     <message>
         <source>Fetch the list</source>
-        <translation type="unfinished"></translation>
+        <translation>جلب القائمة</translation>
     </message>
     <message>
         <source>All of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 بالكامل</translation>
     </message>
     <message>
         <source>Details</source>
-        <translation type="unfinished"></translation>
+        <translation>التفاصيل</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>تثبيت</translation>
     </message>
 </context>
 <context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
-        <translation type="unfinished"></translation>
+        <translation>هل تريد إزالة %1؟</translation>
     </message>
     <message>
         <source>This frees %1 (%2).</source>
-        <translation type="unfinished"></translation>
+        <translation>سيوفّر ذلك %1 (%2).</translation>
     </message>
     <message numerus="yes">
         <source>%n file(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>لا ملفات</numerusform>
+            <numerusform>ملف واحد</numerusform>
+            <numerusform>ملفان</numerusform>
+            <numerusform>%n ملفات</numerusform>
+            <numerusform>%n ملفًا</numerusform>
+            <numerusform>%n ملف</numerusform>
         </translation>
     </message>
     <message>
         <source>%1 (%2) stay, because other installed maps need them.</source>
-        <translation type="unfinished"></translation>
+        <translation>يبقى %1 (%2) لأن خرائط مثبَّتة أخرى تحتاج إليها.</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>إزالة</translation>
     </message>
 </context>
 <context>
     <name>SearchField</name>
     <message>
         <source>Clear the search</source>
-        <translation type="unfinished"></translation>
+        <translation>مسح البحث</translation>
     </message>
 </context>
 <context>
     <name>ServerDialog</name>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>خادم المحتوى</translation>
     </message>
     <message>
         <source>The address that maps are downloaded from.</source>
-        <translation type="unfinished"></translation>
+        <translation>العنوان الذي تُنزَّل منه الخرائط.</translation>
     </message>
     <message>
         <source>This is no http address.</source>
-        <translation type="unfinished"></translation>
+        <translation>هذا ليس عنوان http.</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>إلغاء</translation>
     </message>
     <message>
         <source>Use this server</source>
-        <translation type="unfinished"></translation>
+        <translation>استخدام الخادم</translation>
     </message>
 </context>
 <context>
     <name>SettingRow</name>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
     <name>SettingsPage</name>
     <message>
         <source>As the system</source>
-        <translation type="unfinished"></translation>
+        <translation>حسب النظام</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>فاتح</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>داكن</translation>
     </message>
     <message>
         <source>Off</source>
-        <translation type="unfinished"></translation>
+        <translation>متوقّف</translation>
     </message>
     <message>
         <source>Errors</source>
-        <translation type="unfinished"></translation>
+        <translation>الأخطاء</translation>
     </message>
     <message>
         <source>Errors and warnings</source>
-        <translation type="unfinished"></translation>
+        <translation>الأخطاء والتحذيرات</translation>
     </message>
     <message>
         <source>Information too</source>
-        <translation type="unfinished"></translation>
+        <translation>المعلومات أيضًا</translation>
     </message>
     <message>
         <source>Everything</source>
-        <translation type="unfinished"></translation>
+        <translation>كل شيء</translation>
     </message>
     <message>
         <source>Unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>غير معروف</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>الإعدادات</translation>
     </message>
     <message>
         <source>Network</source>
-        <translation type="unfinished"></translation>
+        <translation>الشبكة</translation>
     </message>
     <message>
         <source>No network</source>
-        <translation type="unfinished"></translation>
+        <translation>لا توجد شبكة</translation>
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>متصل عبر Wi-Fi أو كابل</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>متصل عبر شبكة الجوّال</translation>
     </message>
     <message>
         <source>Set by you</source>
-        <translation type="unfinished"></translation>
+        <translation>حدّدتَها يدويًا</translation>
     </message>
     <message>
         <source>Told by the system</source>
-        <translation type="unfinished"></translation>
+        <translation>حسب ما يفيد به النظام</translation>
     </message>
     <message>
         <source>The system does not tell</source>
-        <translation type="unfinished"></translation>
+        <translation>النظام لا يفيد بذلك</translation>
     </message>
     <message>
         <source>Download over mobile networks</source>
-        <translation type="unfinished"></translation>
+        <translation>التنزيل عبر شبكة الجوّال</translation>
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>قد تترتّب عليه تكلفة. عند الإيقاف تنتظر التنزيلات شبكة Wi-Fi.</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
-        <translation type="unfinished"></translation>
+        <translation>تحديد الشبكة يدويًا</translation>
     </message>
     <message>
         <source>For when the system does not know it.</source>
-        <translation type="unfinished"></translation>
+        <translation>عندما لا يعرف النظام حالة الشبكة.</translation>
     </message>
     <message>
         <source>There is a network</source>
-        <translation type="unfinished"></translation>
+        <translation>توجد شبكة</translation>
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>إنها Wi-Fi أو كابل</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>على هذا الجهاز</translation>
     </message>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>الخرائط المثبَّتة</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>لا خرائط</numerusform>
+            <numerusform>خريطة واحدة</numerusform>
+            <numerusform>خريطتان</numerusform>
+            <numerusform>%n خرائط</numerusform>
+            <numerusform>%n خريطة</numerusform>
+            <numerusform>%n خريطة</numerusform>
         </translation>
     </message>
     <message>
         <source>Free space</source>
-        <translation type="unfinished"></translation>
+        <translation>المساحة المتاحة</translation>
     </message>
     <message>
         <source>Version of the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>إصدار الخرائط</translation>
     </message>
     <message>
         <source>Version of the map objects</source>
-        <translation type="unfinished"></translation>
+        <translation>إصدار كائنات الخرائط</translation>
     </message>
     <message>
         <source>City index</source>
-        <translation type="unfinished"></translation>
+        <translation>فهرس المدن</translation>
     </message>
     <message numerus="yes">
         <source>%n city package(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>لا حزم مدن</numerusform>
+            <numerusform>حزمة مدن واحدة</numerusform>
+            <numerusform>حزمتا مدن</numerusform>
+            <numerusform>%n حزم مدن</numerusform>
+            <numerusform>%n حزمة مدن</numerusform>
+            <numerusform>%n حزمة مدن</numerusform>
         </translation>
     </message>
     <message>
         <source>Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>المجلد</translation>
     </message>
     <message>
         <source>Server</source>
-        <translation type="unfinished"></translation>
+        <translation>الخادم</translation>
     </message>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>خادم المحتوى</translation>
     </message>
     <message>
         <source>List of maps</source>
-        <translation type="unfinished"></translation>
+        <translation>قائمة الخرائط</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) to choose from</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>لا خرائط للاختيار منها</numerusform>
+            <numerusform>خريطة واحدة للاختيار</numerusform>
+            <numerusform>خريطتان للاختيار</numerusform>
+            <numerusform>%n خرائط للاختيار منها</numerusform>
+            <numerusform>%n خريطة للاختيار منها</numerusform>
+            <numerusform>%n خريطة للاختيار منها</numerusform>
         </translation>
     </message>
     <message>
         <source>The server has newer maps: version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>توجد على الخادم خرائط أحدث: الإصدار ⁦%1⁩</translation>
     </message>
     <message>
         <source>Stop looking</source>
-        <translation type="unfinished"></translation>
+        <translation>إيقاف البحث</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>البحث عن خرائط جديدة</translation>
     </message>
     <message>
         <source>This app</source>
-        <translation type="unfinished"></translation>
+        <translation>هذا التطبيق</translation>
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>المظهر</translation>
     </message>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>السجل</translation>
     </message>
     <message>
         <source>Version</source>
-        <translation type="unfinished"></translation>
+        <translation>الإصدار</translation>
     </message>
 </context>
 <context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
-        <translation type="unfinished"></translation>
+        <translation>لا توجد شبكة. ستُستأنف التنزيلات فور توفّر شبكة.</translation>
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>التنزيلات في انتظار شبكة Wi-Fi.</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>عمليات النقل</translation>
     </message>
     <message>
         <source>Resume</source>
-        <translation type="unfinished"></translation>
+        <translation>استئناف</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>إيقاف مؤقت</translation>
     </message>
     <message>
         <source>Use the mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>استخدام شبكة الجوّال</translation>
     </message>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>إعادة المحاولة: %1</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>إلغاء %1</translation>
     </message>
     <message>
         <source>Nothing is being transferred</source>
-        <translation type="unfinished"></translation>
+        <translation>لا توجد عمليات نقل</translation>
     </message>
     <message>
         <source>Maps that you choose to install are shown here until they are ready.</source>
-        <translation type="unfinished"></translation>
+        <translation>تظهر هنا الخرائط التي تختار تثبيتها إلى أن تصبح جاهزة.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>اختيار الخرائط</translation>
     </message>
 </context>
 </TS>
