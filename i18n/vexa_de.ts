@@ -5,803 +5,803 @@
     <name>Banner</name>
     <message>
         <source>Close the message</source>
-        <translation type="unfinished"></translation>
+        <translation>Meldung schließen</translation>
     </message>
 </context>
 <context>
     <name>BrowseRow</name>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 erneut versuchen</translation>
     </message>
     <message>
         <source>Install %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 installieren</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 abbrechen</translation>
     </message>
 </context>
 <context>
     <name>BusyMark</name>
     <message>
         <source>Please wait</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte warten</translation>
     </message>
 </context>
 <context>
     <name>CatalogRefresher</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ordner %1 kann nicht angelegt werden.</translation>
     </message>
     <message>
         <source>%1 cannot be reached, or it is no map server.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist nicht erreichbar oder kein Kartenserver.</translation>
     </message>
     <message>
         <source>%1 names no usable map version.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 nennt keine brauchbare Kartenversion.</translation>
     </message>
     <message>
         <source>The server does not deliver %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server liefert %1 nicht.</translation>
     </message>
     <message>
         <source>The server&apos;s %1 is damaged or lists no regions; the old one stays.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 vom Server ist beschädigt oder enthält keine Regionen; die alte Datei bleibt.</translation>
     </message>
     <message>
         <source>%1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kann nicht geschrieben werden.</translation>
     </message>
 </context>
 <context>
     <name>ConfirmDialog</name>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
     <name>DataSetLock</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Ordner %1 kann nicht angelegt werden.</translation>
     </message>
     <message>
         <source>The lock file %1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Sperrdatei %1 kann nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>Another program (process %1) is at work on this map data. Try again when it is done.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein anderes Programm (Prozess %1) arbeitet gerade mit diesen Kartendaten. Bitte erneut versuchen, wenn es fertig ist.</translation>
     </message>
 </context>
 <context>
     <name>DataSetSwap</name>
     <message>
         <source>There is no prepared map data.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es sind keine vorbereiteten Kartendaten vorhanden.</translation>
     </message>
     <message>
         <source>There is a backup of an earlier update.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es ist noch die Sicherung einer früheren Aktualisierung vorhanden.</translation>
     </message>
     <message>
         <source>There is no backup.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es ist keine Sicherung vorhanden.</translation>
     </message>
     <message>
         <source>An update is being prepared.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine Aktualisierung wird vorbereitet.</translation>
     </message>
     <message>
         <source>The backup cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Sicherung kann nicht entfernt werden.</translation>
     </message>
     <message>
         <source>The prepared map data cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die vorbereiteten Kartendaten können nicht entfernt werden.</translation>
     </message>
     <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine unterbrochene Aktualisierung wurde abgeschlossen: Die neuen Karten sind in Gebrauch.</translation>
     </message>
     <message>
         <source>An update that was cut short could not be finished: the old maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Eine unterbrochene Aktualisierung konnte nicht abgeschlossen werden: Die alten Karten sind in Gebrauch.</translation>
     </message>
     <message>
         <source>Going back to the old maps was cut short and is finished now.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die unterbrochene Rückkehr zu den alten Karten ist jetzt abgeschlossen.</translation>
     </message>
     <message>
         <source>Going back to the old maps could not be finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Rückkehr zu den alten Karten konnte nicht abgeschlossen werden: Die neuen Karten sind in Gebrauch.</translation>
     </message>
     <message>
         <source>A removal that was cut short was finished.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein unterbrochenes Entfernen wurde abgeschlossen.</translation>
     </message>
     <message>
         <source>Voice data that a removal had set aside is in its place again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sprachdaten, die beim Entfernen beiseitegelegt wurden, sind wieder an ihrem Platz.</translation>
     </message>
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ein Austausch der Kartendaten wurde unterbrochen und kann nicht abgeschlossen werden.</translation>
     </message>
 </context>
 <context>
     <name>InstalledPage</name>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Installierte Karten</translation>
     </message>
     <message>
         <source>%1 free on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 frei auf diesem Gerät</translation>
     </message>
     <message>
         <source>Update %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 aktualisieren</translation>
     </message>
     <message>
         <source>Remove %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 entfernen</translation>
     </message>
     <message>
         <source>No map is installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Karte installiert</translation>
     </message>
     <message>
         <source>Installed maps work without any network. Choose the regions that you need.</source>
-        <translation type="unfinished"></translation>
+        <translation>Installierte Karten funktionieren ganz ohne Netzwerk. Einfach die gewünschten Regionen auswählen.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Karten auswählen</translation>
     </message>
 </context>
 <context>
     <name>Main</name>
     <message>
         <source>Maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Karten</translation>
     </message>
     <message>
         <source>Opening the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Karten werden geöffnet</translation>
     </message>
     <message>
         <source>The maps cannot be opened</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Karten können nicht geöffnet werden</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>Wiederholen</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Installiert</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>Transfers</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Einstellungen</translation>
     </message>
     <message>
         <source>%1 is removed; %2 are free again.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wurde entfernt; %2 sind wieder frei.</translation>
     </message>
 </context>
 <context>
     <name>MapsSession</name>
     <message>
         <source>The server is silent. Try again later.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server antwortet nicht. Bitte später erneut versuchen.</translation>
     </message>
     <message>
         <source>Let the transfers end, or cancel them, before you look for new maps.</source>
-        <translation type="unfinished"></translation>
+        <translation>Vor der Suche nach neuen Karten müssen die Transfers beendet oder abgebrochen sein.</translation>
     </message>
     <message>
         <source>There is no network connection.</source>
-        <translation type="unfinished"></translation>
+        <translation>Es besteht keine Netzwerkverbindung.</translation>
     </message>
     <message>
         <source>The list of maps is up to date (version %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Kartenliste ist aktuell (Version %1).</translation>
     </message>
     <message>
         <source>The server has newer maps (version %1). The installed ones stay at version %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server hat neuere Karten (Version %1). Die installierten bleiben bei Version %2.</translation>
     </message>
 </context>
 <context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>
     <name>PageHeader</name>
     <message>
         <source>Back</source>
-        <translation type="unfinished"></translation>
+        <translation>Zurück</translation>
     </message>
 </context>
 <context>
     <name>ProgressLine</name>
     <message>
         <source>Progress is not known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Fortschritt noch nicht bekannt</translation>
     </message>
     <message>
         <source>%1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;%</translation>
     </message>
 </context>
 <context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Katalog enthält keine Region &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>%1 is being installed already.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird bereits installiert.</translation>
     </message>
     <message>
         <source>The catalogue gives no usable address for %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Katalog enthält keine brauchbare Adresse für %1.</translation>
     </message>
     <message>
         <source>%1 needs %2, but only %3 are free.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 benötigt %2, es sind aber nur %3 frei.</translation>
     </message>
     <message>
         <source>The list of pending installs could not be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Liste der ausstehenden Installationen konnte nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>%1 is not being installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird gerade nicht installiert.</translation>
     </message>
     <message>
         <source>The files of %1 are being put into place already.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Dateien von %1 werden bereits abgelegt.</translation>
     </message>
     <message>
         <source>%1 is not installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ist nicht installiert.</translation>
     </message>
     <message>
         <source>%1 is being installed; cancel that first.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 wird gerade installiert; bitte zuerst die Installation abbrechen.</translation>
     </message>
     <message>
         <source>The archive of %1 holds no map tiles.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Archiv von %1 enthält keine Kartenkacheln.</translation>
     </message>
     <message>
         <source>Files of %1 are missing after the install.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nach der Installation fehlen Dateien von %1.</translation>
     </message>
     <message>
         <source>The catalogue has no region &quot;%1&quot; any more.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Katalog enthält die Region &quot;%1&quot; nicht mehr.</translation>
     </message>
     <message>
         <source>%1 could not be recorded: the content file cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 konnte nicht eingetragen werden: Die Inhaltsdatei kann nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Archiv von %1 ist beschädigt oder konnte nicht entpackt werden; es wurde nichts geändert.</translation>
     </message>
     <message>
         <source>The files of %1 could not be put into place. Is the disk full?</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Dateien von %1 konnten nicht abgelegt werden. Ist der Speicher voll?</translation>
     </message>
     <message>
         <source>The server refused to send the archive of %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server hat das Archiv von %1 verweigert.</translation>
     </message>
     <message>
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Das Archiv von %1 konnte nicht heruntergeladen werden: Der Server ist nicht erreichbar oder hat es nicht.</translation>
     </message>
 </context>
 <context>
     <name>RegionRow</name>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Installiert</translation>
     </message>
     <message>
         <source>%1 on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 auf diesem Gerät</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) inside</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>enthält %n Karte</numerusform>
+            <numerusform>enthält %n Karten</numerusform>
         </translation>
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2</translation>
     </message>
     <message>
         <source>%1 of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 von %2</translation>
     </message>
 </context>
 <context>
     <name>RegionSheet</name>
     <message>
         <source>Download</source>
-        <translation type="unfinished"></translation>
+        <translation>Download</translation>
     </message>
     <message>
         <source>Needs when installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Platzbedarf nach Installation</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf diesem Gerät</translation>
     </message>
     <message>
         <source>Cancel the download</source>
-        <translation type="unfinished"></translation>
+        <translation>Download abbrechen</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Entfernen</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>Wiederholen</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished"></translation>
+        <translation>Aktualisieren</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>Installieren</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
     <name>RegionWords</name>
     <message>
         <source>Paused by you</source>
-        <translation type="unfinished"></translation>
+        <translation>Manuell pausiert</translation>
     </message>
     <message>
         <source>Waiting until the network may be used</source>
-        <translation type="unfinished"></translation>
+        <translation>Wartet auf ein erlaubtes Netzwerk</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation type="unfinished"></translation>
+        <translation>Wartet auf WLAN</translation>
     </message>
     <message>
         <source>Not installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Nicht installiert</translation>
     </message>
     <message>
         <source>Waiting for its turn</source>
-        <translation type="unfinished"></translation>
+        <translation>In der Warteschlange</translation>
     </message>
     <message>
         <source>Downloading, %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird heruntergeladen, %1</translation>
     </message>
     <message>
         <source>Downloading</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird heruntergeladen</translation>
     </message>
     <message>
         <source>Downloading %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Download: %1&#xa0;%</translation>
     </message>
     <message>
         <source>Downloading %1 %, %2 left</source>
-        <translation type="unfinished"></translation>
+        <translation>Download: %1&#xa0;%, noch %2</translation>
     </message>
     <message>
         <source>Unpacking</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird entpackt</translation>
     </message>
     <message>
         <source>Unpacking %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Entpacken: %1&#xa0;%</translation>
     </message>
     <message>
         <source>Putting the files into place</source>
-        <translation type="unfinished"></translation>
+        <translation>Dateien werden abgelegt</translation>
     </message>
     <message>
         <source>Finishing</source>
-        <translation type="unfinished"></translation>
+        <translation>Wird abgeschlossen</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Installiert</translation>
     </message>
     <message>
         <source>Cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>Abgebrochen</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;s</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;min</translation>
     </message>
     <message>
         <source>%1 h %2 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;h %2&#xa0;min</translation>
     </message>
 </context>
 <context>
     <name>RegionsPage</name>
     <message>
         <source>Maps to download</source>
-        <translation type="unfinished"></translation>
+        <translation>Verfügbare Karten</translation>
     </message>
     <message>
         <source>All maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Karten</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Neue Karten suchen</translation>
     </message>
     <message>
         <source>Search all maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Alle Karten durchsuchen</translation>
     </message>
     <message>
         <source>No map has this name</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Karte mit diesem Namen</translation>
     </message>
     <message>
         <source>Try fewer letters, or the name in another language.</source>
-        <translation type="unfinished"></translation>
+        <translation>Weniger Buchstaben oder der Name in einer anderen Sprache helfen vielleicht weiter.</translation>
     </message>
     <message>
         <source>No maps are known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Noch keine Karten bekannt</translation>
     </message>
     <message>
         <source>Fetch the list of maps from the server first. It is small; the maps themselves are downloaded one by one, as you choose.</source>
-        <translation type="unfinished"></translation>
+        <translation>Zuerst die Kartenliste vom Server abrufen. Sie ist klein; die Karten selbst werden je nach Auswahl einzeln heruntergeladen.</translation>
     </message>
     <message>
         <source>Fetch the list</source>
-        <translation type="unfinished"></translation>
+        <translation>Liste abrufen</translation>
     </message>
     <message>
         <source>All of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 komplett</translation>
     </message>
     <message>
         <source>Details</source>
-        <translation type="unfinished"></translation>
+        <translation>Details</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>Installieren</translation>
     </message>
 </context>
 <context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 entfernen?</translation>
     </message>
     <message>
         <source>This frees %1 (%2).</source>
-        <translation type="unfinished"></translation>
+        <translation>Dadurch werden %1 frei (%2).</translation>
     </message>
     <message numerus="yes">
         <source>%n file(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Datei</numerusform>
+            <numerusform>%n Dateien</numerusform>
         </translation>
     </message>
     <message>
         <source>%1 (%2) stay, because other installed maps need them.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2) bleiben, weil andere installierte Karten sie brauchen.</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Entfernen</translation>
     </message>
 </context>
 <context>
     <name>SearchField</name>
     <message>
         <source>Clear the search</source>
-        <translation type="unfinished"></translation>
+        <translation>Suche löschen</translation>
     </message>
 </context>
 <context>
     <name>ServerDialog</name>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>Inhaltsserver</translation>
     </message>
     <message>
         <source>The address that maps are downloaded from.</source>
-        <translation type="unfinished"></translation>
+        <translation>Die Adresse, von der Karten heruntergeladen werden.</translation>
     </message>
     <message>
         <source>This is no http address.</source>
-        <translation type="unfinished"></translation>
+        <translation>Dies ist keine http-Adresse.</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>Use this server</source>
-        <translation type="unfinished"></translation>
+        <translation>Verwenden</translation>
     </message>
 </context>
 <context>
     <name>SettingRow</name>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
     <name>SettingsPage</name>
     <message>
         <source>As the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Wie das System</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Hell</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Dunkel</translation>
     </message>
     <message>
         <source>Off</source>
-        <translation type="unfinished"></translation>
+        <translation>Aus</translation>
     </message>
     <message>
         <source>Errors</source>
-        <translation type="unfinished"></translation>
+        <translation>Fehler</translation>
     </message>
     <message>
         <source>Errors and warnings</source>
-        <translation type="unfinished"></translation>
+        <translation>Fehler und Warnungen</translation>
     </message>
     <message>
         <source>Information too</source>
-        <translation type="unfinished"></translation>
+        <translation>Auch Informationen</translation>
     </message>
     <message>
         <source>Everything</source>
-        <translation type="unfinished"></translation>
+        <translation>Alles</translation>
     </message>
     <message>
         <source>Unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>Unbekannt</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Einstellungen</translation>
     </message>
     <message>
         <source>Network</source>
-        <translation type="unfinished"></translation>
+        <translation>Netzwerk</translation>
     </message>
     <message>
         <source>No network</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Netzwerk</translation>
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>Über WLAN oder Kabel verbunden</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>Über Mobilfunk verbunden</translation>
     </message>
     <message>
         <source>Set by you</source>
-        <translation type="unfinished"></translation>
+        <translation>Manuell festgelegt</translation>
     </message>
     <message>
         <source>Told by the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Angabe des Systems</translation>
     </message>
     <message>
         <source>The system does not tell</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Angabe des Systems</translation>
     </message>
     <message>
         <source>Download over mobile networks</source>
-        <translation type="unfinished"></translation>
+        <translation>Über Mobilfunk herunterladen</translation>
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kann Kosten verursachen. Aus: Downloads warten auf WLAN.</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
-        <translation type="unfinished"></translation>
+        <translation>Netzwerk manuell festlegen</translation>
     </message>
     <message>
         <source>For when the system does not know it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Falls das System es nicht erkennt.</translation>
     </message>
     <message>
         <source>There is a network</source>
-        <translation type="unfinished"></translation>
+        <translation>Netzwerk vorhanden</translation>
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>Es ist WLAN oder Kabel</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>Auf diesem Gerät</translation>
     </message>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Installierte Karten</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Karte</numerusform>
+            <numerusform>%n Karten</numerusform>
         </translation>
     </message>
     <message>
         <source>Free space</source>
-        <translation type="unfinished"></translation>
+        <translation>Freier Speicher</translation>
     </message>
     <message>
         <source>Version of the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Version der Karten</translation>
     </message>
     <message>
         <source>Version of the map objects</source>
-        <translation type="unfinished"></translation>
+        <translation>Version der Kartenobjekte</translation>
     </message>
     <message>
         <source>City index</source>
-        <translation type="unfinished"></translation>
+        <translation>Städteverzeichnis</translation>
     </message>
     <message numerus="yes">
         <source>%n city package(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Städtepaket</numerusform>
+            <numerusform>%n Städtepakete</numerusform>
         </translation>
     </message>
     <message>
         <source>Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Ordner</translation>
     </message>
     <message>
         <source>Server</source>
-        <translation type="unfinished"></translation>
+        <translation>Server</translation>
     </message>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>Inhaltsserver</translation>
     </message>
     <message>
         <source>List of maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Kartenliste</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) to choose from</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n Karte zur Auswahl</numerusform>
+            <numerusform>%n Karten zur Auswahl</numerusform>
         </translation>
     </message>
     <message>
         <source>The server has newer maps: version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Der Server hat neuere Karten: Version %1</translation>
     </message>
     <message>
         <source>Stop looking</source>
-        <translation type="unfinished"></translation>
+        <translation>Suche abbrechen</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Neue Karten suchen</translation>
     </message>
     <message>
         <source>This app</source>
-        <translation type="unfinished"></translation>
+        <translation>Diese App</translation>
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>Darstellung</translation>
     </message>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>Protokoll</translation>
     </message>
     <message>
         <source>Version</source>
-        <translation type="unfinished"></translation>
+        <translation>Version</translation>
     </message>
 </context>
 <context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kein Netzwerk. Downloads gehen weiter, sobald wieder eines da ist.</translation>
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>Downloads warten auf WLAN.</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>Transfers</translation>
     </message>
     <message>
         <source>Resume</source>
-        <translation type="unfinished"></translation>
+        <translation>Fortsetzen</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Anhalten</translation>
     </message>
     <message>
         <source>Use the mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>Mobilfunk verwenden</translation>
     </message>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 erneut versuchen</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 abbrechen</translation>
     </message>
     <message>
         <source>Nothing is being transferred</source>
-        <translation type="unfinished"></translation>
+        <translation>Keine Transfers</translation>
     </message>
     <message>
         <source>Maps that you choose to install are shown here until they are ready.</source>
-        <translation type="unfinished"></translation>
+        <translation>Hier erscheinen die zur Installation ausgewählten Karten, bis sie bereit sind.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Karten auswählen</translation>
     </message>
 </context>
 </TS>

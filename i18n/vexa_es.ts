@@ -5,803 +5,803 @@
     <name>Banner</name>
     <message>
         <source>Close the message</source>
-        <translation type="unfinished"></translation>
+        <translation>Cerrar el mensaje</translation>
     </message>
 </context>
 <context>
     <name>BrowseRow</name>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>Reintentar %1</translation>
     </message>
     <message>
         <source>Install %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Instalar %1</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar %1</translation>
     </message>
 </context>
 <context>
     <name>BusyMark</name>
     <message>
         <source>Please wait</source>
-        <translation type="unfinished"></translation>
+        <translation>Un momento, por favor</translation>
     </message>
 </context>
 <context>
     <name>CatalogRefresher</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede crear la carpeta %1.</translation>
     </message>
     <message>
         <source>%1 cannot be reached, or it is no map server.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede acceder a %1, o no es un servidor de mapas.</translation>
     </message>
     <message>
         <source>%1 names no usable map version.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 no indica ninguna versión de mapas utilizable.</translation>
     </message>
     <message>
         <source>The server does not deliver %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor no proporciona %1.</translation>
     </message>
     <message>
         <source>The server&apos;s %1 is damaged or lists no regions; the old one stays.</source>
-        <translation type="unfinished"></translation>
+        <translation>El archivo %1 del servidor está dañado o no contiene regiones; se conserva el anterior.</translation>
     </message>
     <message>
         <source>%1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede escribir %1.</translation>
     </message>
 </context>
 <context>
     <name>ConfirmDialog</name>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar</translation>
     </message>
 </context>
 <context>
     <name>DataSetLock</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede crear la carpeta %1.</translation>
     </message>
     <message>
         <source>The lock file %1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede escribir el archivo de bloqueo %1.</translation>
     </message>
     <message>
         <source>Another program (process %1) is at work on this map data. Try again when it is done.</source>
-        <translation type="unfinished"></translation>
+        <translation>Otro programa (proceso %1) está usando estos datos de mapas. Se puede volver a intentar cuando termine.</translation>
     </message>
 </context>
 <context>
     <name>DataSetSwap</name>
     <message>
         <source>There is no prepared map data.</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay datos de mapas preparados.</translation>
     </message>
     <message>
         <source>There is a backup of an earlier update.</source>
-        <translation type="unfinished"></translation>
+        <translation>Hay una copia de seguridad de una actualización anterior.</translation>
     </message>
     <message>
         <source>There is no backup.</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay ninguna copia de seguridad.</translation>
     </message>
     <message>
         <source>An update is being prepared.</source>
-        <translation type="unfinished"></translation>
+        <translation>Se está preparando una actualización.</translation>
     </message>
     <message>
         <source>The backup cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede eliminar la copia de seguridad.</translation>
     </message>
     <message>
         <source>The prepared map data cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pueden eliminar los datos de mapas preparados.</translation>
     </message>
     <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Se ha completado una actualización interrumpida: los mapas nuevos están en uso.</translation>
     </message>
     <message>
         <source>An update that was cut short could not be finished: the old maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se ha podido completar una actualización interrumpida: los mapas antiguos están en uso.</translation>
     </message>
     <message>
         <source>Going back to the old maps was cut short and is finished now.</source>
-        <translation type="unfinished"></translation>
+        <translation>La vuelta a los mapas antiguos se había interrumpido y ya se ha completado.</translation>
     </message>
     <message>
         <source>Going back to the old maps could not be finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se ha podido completar la vuelta a los mapas antiguos: los mapas nuevos están en uso.</translation>
     </message>
     <message>
         <source>A removal that was cut short was finished.</source>
-        <translation type="unfinished"></translation>
+        <translation>Se ha completado una eliminación interrumpida.</translation>
     </message>
     <message>
         <source>Voice data that a removal had set aside is in its place again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Los datos de voz apartados durante una eliminación vuelven a estar en su sitio.</translation>
     </message>
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
-        <translation type="unfinished"></translation>
+        <translation>Se interrumpió un cambio de los datos de mapas y no se puede completar.</translation>
     </message>
 </context>
 <context>
     <name>InstalledPage</name>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Mapas instalados</translation>
     </message>
     <message>
         <source>%1 free on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 libres en este dispositivo</translation>
     </message>
     <message>
         <source>Update %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Actualizar %1</translation>
     </message>
     <message>
         <source>Remove %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Eliminar %1</translation>
     </message>
     <message>
         <source>No map is installed</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay ningún mapa instalado</translation>
     </message>
     <message>
         <source>Installed maps work without any network. Choose the regions that you need.</source>
-        <translation type="unfinished"></translation>
+        <translation>Los mapas instalados funcionan sin conexión a la red. Basta con elegir las regiones necesarias.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Elegir mapas</translation>
     </message>
 </context>
 <context>
     <name>Main</name>
     <message>
         <source>Maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Mapas</translation>
     </message>
     <message>
         <source>Opening the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Abriendo los mapas</translation>
     </message>
     <message>
         <source>The maps cannot be opened</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pueden abrir los mapas</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>Reintentar</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Instalados</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargas</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Ajustes</translation>
     </message>
     <message>
         <source>%1 is removed; %2 are free again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Se ha eliminado %1; vuelven a estar libres %2.</translation>
     </message>
 </context>
 <context>
     <name>MapsSession</name>
     <message>
         <source>The server is silent. Try again later.</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor no responde. Se puede volver a intentar más tarde.</translation>
     </message>
     <message>
         <source>Let the transfers end, or cancel them, before you look for new maps.</source>
-        <translation type="unfinished"></translation>
+        <translation>Antes de buscar mapas nuevos, las descargas deben haber terminado o cancelarse.</translation>
     </message>
     <message>
         <source>There is no network connection.</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay conexión de red.</translation>
     </message>
     <message>
         <source>The list of maps is up to date (version %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>La lista de mapas está al día (versión %1).</translation>
     </message>
     <message>
         <source>The server has newer maps (version %1). The installed ones stay at version %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor tiene mapas más recientes (versión %1). Los instalados siguen en la versión %2.</translation>
     </message>
 </context>
 <context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>
     <name>PageHeader</name>
     <message>
         <source>Back</source>
-        <translation type="unfinished"></translation>
+        <translation>Atrás</translation>
     </message>
 </context>
 <context>
     <name>ProgressLine</name>
     <message>
         <source>Progress is not known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Aún no se conoce el progreso</translation>
     </message>
     <message>
         <source>%1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;%</translation>
     </message>
 </context>
 <context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>El catálogo no contiene ninguna región &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>%1 is being installed already.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ya se está instalando.</translation>
     </message>
     <message>
         <source>The catalogue gives no usable address for %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>El catálogo no indica ninguna dirección utilizable para %1.</translation>
     </message>
     <message>
         <source>%1 needs %2, but only %3 are free.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 necesita %2, pero solo hay %3 libres.</translation>
     </message>
     <message>
         <source>The list of pending installs could not be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se ha podido escribir la lista de instalaciones pendientes.</translation>
     </message>
     <message>
         <source>%1 is not being installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 no se está instalando.</translation>
     </message>
     <message>
         <source>The files of %1 are being put into place already.</source>
-        <translation type="unfinished"></translation>
+        <translation>Los archivos de %1 ya se están colocando en su sitio.</translation>
     </message>
     <message>
         <source>%1 is not installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>La región %1 no está instalada.</translation>
     </message>
     <message>
         <source>%1 is being installed; cancel that first.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 se está instalando; primero hay que cancelar la instalación.</translation>
     </message>
     <message>
         <source>The archive of %1 holds no map tiles.</source>
-        <translation type="unfinished"></translation>
+        <translation>El archivo comprimido de %1 no contiene teselas de mapa.</translation>
     </message>
     <message>
         <source>Files of %1 are missing after the install.</source>
-        <translation type="unfinished"></translation>
+        <translation>Faltan archivos de %1 después de la instalación.</translation>
     </message>
     <message>
         <source>The catalogue has no region &quot;%1&quot; any more.</source>
-        <translation type="unfinished"></translation>
+        <translation>El catálogo ya no contiene la región &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>%1 could not be recorded: the content file cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se ha podido registrar %1: no se puede escribir el archivo de contenido.</translation>
     </message>
     <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>El archivo comprimido de %1 está dañado o no se ha podido descomprimir; no se ha cambiado nada.</translation>
     </message>
     <message>
         <source>The files of %1 could not be put into place. Is the disk full?</source>
-        <translation type="unfinished"></translation>
+        <translation>No se han podido colocar los archivos de %1 en su sitio. ¿Está lleno el almacenamiento?</translation>
     </message>
     <message>
         <source>The server refused to send the archive of %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor se ha negado a enviar el archivo comprimido de %1.</translation>
     </message>
     <message>
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se ha podido descargar el archivo comprimido de %1: no se puede acceder al servidor o este no lo tiene.</translation>
     </message>
 </context>
 <context>
     <name>RegionRow</name>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Instalado</translation>
     </message>
     <message>
         <source>%1 on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 en este dispositivo</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) inside</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>contiene %n mapa</numerusform>
+            <numerusform>contiene %n mapas</numerusform>
         </translation>
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2</translation>
     </message>
     <message>
         <source>%1 of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 de %2</translation>
     </message>
 </context>
 <context>
     <name>RegionSheet</name>
     <message>
         <source>Download</source>
-        <translation type="unfinished"></translation>
+        <translation>Descarga</translation>
     </message>
     <message>
         <source>Needs when installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Espacio necesario una vez instalado</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>En este dispositivo</translation>
     </message>
     <message>
         <source>Cancel the download</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar la descarga</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Eliminar</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>Reintentar</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished"></translation>
+        <translation>Actualizar</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>Instalar</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>Cerrar</translation>
     </message>
 </context>
 <context>
     <name>RegionWords</name>
     <message>
         <source>Paused by you</source>
-        <translation type="unfinished"></translation>
+        <translation>En pausa a petición del usuario</translation>
     </message>
     <message>
         <source>Waiting until the network may be used</source>
-        <translation type="unfinished"></translation>
+        <translation>En espera de una red permitida</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation type="unfinished"></translation>
+        <translation>En espera de Wi-Fi</translation>
     </message>
     <message>
         <source>Not installed</source>
-        <translation type="unfinished"></translation>
+        <translation>No instalado</translation>
     </message>
     <message>
         <source>Waiting for its turn</source>
-        <translation type="unfinished"></translation>
+        <translation>En cola</translation>
     </message>
     <message>
         <source>Downloading, %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargando, %1</translation>
     </message>
     <message>
         <source>Downloading</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargando</translation>
     </message>
     <message>
         <source>Downloading %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargando: %1&#xa0;%</translation>
     </message>
     <message>
         <source>Downloading %1 %, %2 left</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargando: %1&#xa0;%, quedan %2</translation>
     </message>
     <message>
         <source>Unpacking</source>
-        <translation type="unfinished"></translation>
+        <translation>Descomprimiendo</translation>
     </message>
     <message>
         <source>Unpacking %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Descomprimiendo: %1&#xa0;%</translation>
     </message>
     <message>
         <source>Putting the files into place</source>
-        <translation type="unfinished"></translation>
+        <translation>Colocando los archivos</translation>
     </message>
     <message>
         <source>Finishing</source>
-        <translation type="unfinished"></translation>
+        <translation>Finalizando</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Instalado</translation>
     </message>
     <message>
         <source>Cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelado</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;s</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;min</translation>
     </message>
     <message>
         <source>%1 h %2 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;h %2&#xa0;min</translation>
     </message>
 </context>
 <context>
     <name>RegionsPage</name>
     <message>
         <source>Maps to download</source>
-        <translation type="unfinished"></translation>
+        <translation>Mapas disponibles</translation>
     </message>
     <message>
         <source>All maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Todos los mapas</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Buscar mapas nuevos</translation>
     </message>
     <message>
         <source>Search all maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Buscar en todos los mapas</translation>
     </message>
     <message>
         <source>No map has this name</source>
-        <translation type="unfinished"></translation>
+        <translation>Ningún mapa tiene este nombre</translation>
     </message>
     <message>
         <source>Try fewer letters, or the name in another language.</source>
-        <translation type="unfinished"></translation>
+        <translation>Puede ayudar escribir menos letras, o el nombre en otro idioma.</translation>
     </message>
     <message>
         <source>No maps are known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Aún no se conoce ningún mapa</translation>
     </message>
     <message>
         <source>Fetch the list of maps from the server first. It is small; the maps themselves are downloaded one by one, as you choose.</source>
-        <translation type="unfinished"></translation>
+        <translation>Primero hay que obtener la lista de mapas del servidor. Ocupa poco; los mapas en sí se descargan uno a uno, según se elijan.</translation>
     </message>
     <message>
         <source>Fetch the list</source>
-        <translation type="unfinished"></translation>
+        <translation>Obtener la lista</translation>
     </message>
     <message>
         <source>All of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 al completo</translation>
     </message>
     <message>
         <source>Details</source>
-        <translation type="unfinished"></translation>
+        <translation>Detalles</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>Instalar</translation>
     </message>
 </context>
 <context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
-        <translation type="unfinished"></translation>
+        <translation>¿Eliminar %1?</translation>
     </message>
     <message>
         <source>This frees %1 (%2).</source>
-        <translation type="unfinished"></translation>
+        <translation>Esto libera %1 (%2).</translation>
     </message>
     <message numerus="yes">
         <source>%n file(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n archivo</numerusform>
+            <numerusform>%n archivos</numerusform>
         </translation>
     </message>
     <message>
         <source>%1 (%2) stay, because other installed maps need them.</source>
-        <translation type="unfinished"></translation>
+        <translation>Se conservan %1 (%2), porque otros mapas instalados los necesitan.</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Eliminar</translation>
     </message>
 </context>
 <context>
     <name>SearchField</name>
     <message>
         <source>Clear the search</source>
-        <translation type="unfinished"></translation>
+        <translation>Borrar la búsqueda</translation>
     </message>
 </context>
 <context>
     <name>ServerDialog</name>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>Servidor de contenido</translation>
     </message>
     <message>
         <source>The address that maps are downloaded from.</source>
-        <translation type="unfinished"></translation>
+        <translation>La dirección desde la que se descargan los mapas.</translation>
     </message>
     <message>
         <source>This is no http address.</source>
-        <translation type="unfinished"></translation>
+        <translation>Esta no es una dirección http.</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar</translation>
     </message>
     <message>
         <source>Use this server</source>
-        <translation type="unfinished"></translation>
+        <translation>Usar</translation>
     </message>
 </context>
 <context>
     <name>SettingRow</name>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
     <name>SettingsPage</name>
     <message>
         <source>As the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Como el sistema</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Claro</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Oscuro</translation>
     </message>
     <message>
         <source>Off</source>
-        <translation type="unfinished"></translation>
+        <translation>Desactivado</translation>
     </message>
     <message>
         <source>Errors</source>
-        <translation type="unfinished"></translation>
+        <translation>Errores</translation>
     </message>
     <message>
         <source>Errors and warnings</source>
-        <translation type="unfinished"></translation>
+        <translation>Errores y advertencias</translation>
     </message>
     <message>
         <source>Information too</source>
-        <translation type="unfinished"></translation>
+        <translation>También información</translation>
     </message>
     <message>
         <source>Everything</source>
-        <translation type="unfinished"></translation>
+        <translation>Todo</translation>
     </message>
     <message>
         <source>Unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>Desconocido</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Ajustes</translation>
     </message>
     <message>
         <source>Network</source>
-        <translation type="unfinished"></translation>
+        <translation>Red</translation>
     </message>
     <message>
         <source>No network</source>
-        <translation type="unfinished"></translation>
+        <translation>Sin red</translation>
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>Conectado por Wi-Fi o cable</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>Conectado por red móvil</translation>
     </message>
     <message>
         <source>Set by you</source>
-        <translation type="unfinished"></translation>
+        <translation>Indicado manualmente</translation>
     </message>
     <message>
         <source>Told by the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Indicado por el sistema</translation>
     </message>
     <message>
         <source>The system does not tell</source>
-        <translation type="unfinished"></translation>
+        <translation>El sistema no lo indica</translation>
     </message>
     <message>
         <source>Download over mobile networks</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargar por redes móviles</translation>
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>Puede tener coste. Desactivado: las descargas esperan a la Wi-Fi.</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
-        <translation type="unfinished"></translation>
+        <translation>Indicar la red manualmente</translation>
     </message>
     <message>
         <source>For when the system does not know it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Por si el sistema no la reconoce.</translation>
     </message>
     <message>
         <source>There is a network</source>
-        <translation type="unfinished"></translation>
+        <translation>Hay red</translation>
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>Es Wi-Fi o cable</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>En este dispositivo</translation>
     </message>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Mapas instalados</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n mapa</numerusform>
+            <numerusform>%n mapas</numerusform>
         </translation>
     </message>
     <message>
         <source>Free space</source>
-        <translation type="unfinished"></translation>
+        <translation>Espacio libre</translation>
     </message>
     <message>
         <source>Version of the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Versión de los mapas</translation>
     </message>
     <message>
         <source>Version of the map objects</source>
-        <translation type="unfinished"></translation>
+        <translation>Versión de los objetos de mapa</translation>
     </message>
     <message>
         <source>City index</source>
-        <translation type="unfinished"></translation>
+        <translation>Índice de ciudades</translation>
     </message>
     <message numerus="yes">
         <source>%n city package(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n paquete de ciudades</numerusform>
+            <numerusform>%n paquetes de ciudades</numerusform>
         </translation>
     </message>
     <message>
         <source>Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Carpeta</translation>
     </message>
     <message>
         <source>Server</source>
-        <translation type="unfinished"></translation>
+        <translation>Servidor</translation>
     </message>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>Servidor de contenido</translation>
     </message>
     <message>
         <source>List of maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Lista de mapas</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) to choose from</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n mapa para elegir</numerusform>
+            <numerusform>%n mapas para elegir</numerusform>
         </translation>
     </message>
     <message>
         <source>The server has newer maps: version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor tiene mapas más recientes: versión %1</translation>
     </message>
     <message>
         <source>Stop looking</source>
-        <translation type="unfinished"></translation>
+        <translation>Detener la búsqueda</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Buscar mapas nuevos</translation>
     </message>
     <message>
         <source>This app</source>
-        <translation type="unfinished"></translation>
+        <translation>Esta aplicación</translation>
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>Apariencia</translation>
     </message>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>Registro</translation>
     </message>
     <message>
         <source>Version</source>
-        <translation type="unfinished"></translation>
+        <translation>Versión</translation>
     </message>
 </context>
 <context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay red. Las descargas continuarán en cuanto haya una.</translation>
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>Las descargas esperan a la Wi-Fi.</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargas</translation>
     </message>
     <message>
         <source>Resume</source>
-        <translation type="unfinished"></translation>
+        <translation>Reanudar</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pausar</translation>
     </message>
     <message>
         <source>Use the mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>Usar la red móvil</translation>
     </message>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>Reintentar %1</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar %1</translation>
     </message>
     <message>
         <source>Nothing is being transferred</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay descargas en curso</translation>
     </message>
     <message>
         <source>Maps that you choose to install are shown here until they are ready.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aquí se muestran los mapas elegidos para instalar hasta que estén listos.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Elegir mapas</translation>
     </message>
 </context>
 </TS>

@@ -5,803 +5,803 @@
     <name>Banner</name>
     <message>
         <source>Close the message</source>
-        <translation type="unfinished"></translation>
+        <translation>Sulje viesti</translation>
     </message>
 </context>
 <context>
     <name>BrowseRow</name>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>Yritä uudelleen: %1</translation>
     </message>
     <message>
         <source>Install %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Asenna %1</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Peruuta %1</translation>
     </message>
 </context>
 <context>
     <name>BusyMark</name>
     <message>
         <source>Please wait</source>
-        <translation type="unfinished"></translation>
+        <translation>Odota hetki</translation>
     </message>
 </context>
 <context>
     <name>CatalogRefresher</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kansiota %1 ei voi luoda.</translation>
     </message>
     <message>
         <source>%1 cannot be reached, or it is no map server.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ei vastaa tai ei ole karttapalvelin.</translation>
     </message>
     <message>
         <source>%1 names no usable map version.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 ei ilmoita kelvollista karttaversiota.</translation>
     </message>
     <message>
         <source>The server does not deliver %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Palvelin ei toimita tiedostoa %1.</translation>
     </message>
     <message>
         <source>The server&apos;s %1 is damaged or lists no regions; the old one stays.</source>
-        <translation type="unfinished"></translation>
+        <translation>Palvelimen tiedosto %1 on vioittunut tai siinä ei ole alueita; vanha jää käyttöön.</translation>
     </message>
     <message>
         <source>%1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Tiedostoa %1 ei voi kirjoittaa.</translation>
     </message>
 </context>
 <context>
     <name>ConfirmDialog</name>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Peruuta</translation>
     </message>
 </context>
 <context>
     <name>DataSetLock</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kansiota %1 ei voi luoda.</translation>
     </message>
     <message>
         <source>The lock file %1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Lukkotiedostoa %1 ei voi kirjoittaa.</translation>
     </message>
     <message>
         <source>Another program (process %1) is at work on this map data. Try again when it is done.</source>
-        <translation type="unfinished"></translation>
+        <translation>Toinen ohjelma (prosessi %1) käsittelee näitä karttatietoja. Yritä uudelleen, kun se on valmis.</translation>
     </message>
 </context>
 <context>
     <name>DataSetSwap</name>
     <message>
         <source>There is no prepared map data.</source>
-        <translation type="unfinished"></translation>
+        <translation>Valmisteltuja karttatietoja ei ole.</translation>
     </message>
     <message>
         <source>There is a backup of an earlier update.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aiemman päivityksen varmuuskopio on yhä tallessa.</translation>
     </message>
     <message>
         <source>There is no backup.</source>
-        <translation type="unfinished"></translation>
+        <translation>Varmuuskopiota ei ole.</translation>
     </message>
     <message>
         <source>An update is being prepared.</source>
-        <translation type="unfinished"></translation>
+        <translation>Päivitystä valmistellaan.</translation>
     </message>
     <message>
         <source>The backup cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Varmuuskopiota ei voi poistaa.</translation>
     </message>
     <message>
         <source>The prepared map data cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Valmisteltuja karttatietoja ei voi poistaa.</translation>
     </message>
     <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kesken jäänyt päivitys vietiin loppuun: uudet kartat ovat käytössä.</translation>
     </message>
     <message>
         <source>An update that was cut short could not be finished: the old maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kesken jäänyttä päivitystä ei voitu viedä loppuun: vanhat kartat ovat käytössä.</translation>
     </message>
     <message>
         <source>Going back to the old maps was cut short and is finished now.</source>
-        <translation type="unfinished"></translation>
+        <translation>Paluu vanhoihin karttoihin jäi kesken ja on nyt viety loppuun.</translation>
     </message>
     <message>
         <source>Going back to the old maps could not be finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Paluuta vanhoihin karttoihin ei voitu viedä loppuun: uudet kartat ovat käytössä.</translation>
     </message>
     <message>
         <source>A removal that was cut short was finished.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kesken jäänyt poisto vietiin loppuun.</translation>
     </message>
     <message>
         <source>Voice data that a removal had set aside is in its place again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Poiston ajaksi siirretyt äänitiedot ovat taas paikoillaan.</translation>
     </message>
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
-        <translation type="unfinished"></translation>
+        <translation>Karttatietojen vaihto jäi kesken, eikä sitä voi viedä loppuun.</translation>
     </message>
 </context>
 <context>
     <name>InstalledPage</name>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Asennetut kartat</translation>
     </message>
     <message>
         <source>%1 free on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 vapaana tässä laitteessa</translation>
     </message>
     <message>
         <source>Update %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Päivitä %1</translation>
     </message>
     <message>
         <source>Remove %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Poista %1</translation>
     </message>
     <message>
         <source>No map is installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Yhtään karttaa ei ole asennettu</translation>
     </message>
     <message>
         <source>Installed maps work without any network. Choose the regions that you need.</source>
-        <translation type="unfinished"></translation>
+        <translation>Asennetut kartat toimivat ilman verkkoyhteyttä. Valitse tarvitsemasi alueet.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Valitse karttoja</translation>
     </message>
 </context>
 <context>
     <name>Main</name>
     <message>
         <source>Maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Kartat</translation>
     </message>
     <message>
         <source>Opening the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Avataan karttoja</translation>
     </message>
     <message>
         <source>The maps cannot be opened</source>
-        <translation type="unfinished"></translation>
+        <translation>Karttoja ei voi avata</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>Yritä uudelleen</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Asennetut</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>Siirrot</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Asetukset</translation>
     </message>
     <message>
         <source>%1 is removed; %2 are free again.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 on poistettu; tilaa vapautui %2.</translation>
     </message>
 </context>
 <context>
     <name>MapsSession</name>
     <message>
         <source>The server is silent. Try again later.</source>
-        <translation type="unfinished"></translation>
+        <translation>Palvelin ei vastaa. Yritä myöhemmin uudelleen.</translation>
     </message>
     <message>
         <source>Let the transfers end, or cancel them, before you look for new maps.</source>
-        <translation type="unfinished"></translation>
+        <translation>Anna siirtojen päättyä tai peruuta ne ennen uusien karttojen etsimistä.</translation>
     </message>
     <message>
         <source>There is no network connection.</source>
-        <translation type="unfinished"></translation>
+        <translation>Verkkoyhteyttä ei ole.</translation>
     </message>
     <message>
         <source>The list of maps is up to date (version %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>Karttaluettelo on ajan tasalla (versio %1).</translation>
     </message>
     <message>
         <source>The server has newer maps (version %1). The installed ones stay at version %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Palvelimella on uudempia karttoja (versio %1). Asennetut pysyvät versiossa %2.</translation>
     </message>
 </context>
 <context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>
     <name>PageHeader</name>
     <message>
         <source>Back</source>
-        <translation type="unfinished"></translation>
+        <translation>Takaisin</translation>
     </message>
 </context>
 <context>
     <name>ProgressLine</name>
     <message>
         <source>Progress is not known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Edistyminen ei ole vielä tiedossa</translation>
     </message>
     <message>
         <source>%1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;%</translation>
     </message>
 </context>
 <context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Luettelossa ei ole aluetta &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>%1 is being installed already.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 asennus on jo käynnissä.</translation>
     </message>
     <message>
         <source>The catalogue gives no usable address for %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Luettelossa ei ole kelvollista osoitetta alueelle %1.</translation>
     </message>
     <message>
         <source>%1 needs %2, but only %3 are free.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 vie tilaa %2, mutta vapaana on vain %3.</translation>
     </message>
     <message>
         <source>The list of pending installs could not be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Odottavien asennusten luetteloa ei voitu kirjoittaa.</translation>
     </message>
     <message>
         <source>%1 is not being installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 asennus ei ole käynnissä.</translation>
     </message>
     <message>
         <source>The files of %1 are being put into place already.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 tiedostoja siirretään jo paikoilleen.</translation>
     </message>
     <message>
         <source>%1 is not installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aluetta %1 ei ole asennettu.</translation>
     </message>
     <message>
         <source>%1 is being installed; cancel that first.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 asennus on käynnissä; peruuta se ensin.</translation>
     </message>
     <message>
         <source>The archive of %1 holds no map tiles.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 arkistossa ei ole karttaruutuja.</translation>
     </message>
     <message>
         <source>Files of %1 are missing after the install.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 tiedostoja puuttuu asennuksen jälkeen.</translation>
     </message>
     <message>
         <source>The catalogue has no region &quot;%1&quot; any more.</source>
-        <translation type="unfinished"></translation>
+        <translation>Luettelossa ei ole enää aluetta &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>%1 could not be recorded: the content file cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aluetta %1 ei voitu kirjata: sisältötiedostoa ei voi kirjoittaa.</translation>
     </message>
     <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 arkisto on vioittunut tai sitä ei voitu purkaa; mitään ei muutettu.</translation>
     </message>
     <message>
         <source>The files of %1 could not be put into place. Is the disk full?</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 tiedostoja ei voitu siirtää paikoilleen. Onko tallennustila täynnä?</translation>
     </message>
     <message>
         <source>The server refused to send the archive of %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Palvelin kieltäytyi lähettämästä alueen %1 arkistoa.</translation>
     </message>
     <message>
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Alueen %1 arkistoa ei voitu ladata: palvelimeen ei saada yhteyttä tai sillä ei ole arkistoa.</translation>
     </message>
 </context>
 <context>
     <name>RegionRow</name>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Asennettu</translation>
     </message>
     <message>
         <source>%1 on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 tässä laitteessa</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) inside</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>sisältää %n kartan</numerusform>
+            <numerusform>sisältää %n karttaa</numerusform>
         </translation>
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2</translation>
     </message>
     <message>
         <source>%1 of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 / %2</translation>
     </message>
 </context>
 <context>
     <name>RegionSheet</name>
     <message>
         <source>Download</source>
-        <translation type="unfinished"></translation>
+        <translation>Ladattavaa</translation>
     </message>
     <message>
         <source>Needs when installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Tilantarve asennettuna</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>Tässä laitteessa</translation>
     </message>
     <message>
         <source>Cancel the download</source>
-        <translation type="unfinished"></translation>
+        <translation>Peruuta lataus</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Poista</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>Yritä uudelleen</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished"></translation>
+        <translation>Päivitä</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>Asenna</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>Sulje</translation>
     </message>
 </context>
 <context>
     <name>RegionWords</name>
     <message>
         <source>Paused by you</source>
-        <translation type="unfinished"></translation>
+        <translation>Keskeytetty pyynnöstä</translation>
     </message>
     <message>
         <source>Waiting until the network may be used</source>
-        <translation type="unfinished"></translation>
+        <translation>Odottaa sallittua verkkoyhteyttä</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation type="unfinished"></translation>
+        <translation>Odottaa Wi-Fi-yhteyttä</translation>
     </message>
     <message>
         <source>Not installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Ei asennettu</translation>
     </message>
     <message>
         <source>Waiting for its turn</source>
-        <translation type="unfinished"></translation>
+        <translation>Odottaa vuoroaan</translation>
     </message>
     <message>
         <source>Downloading, %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Ladataan, %1</translation>
     </message>
     <message>
         <source>Downloading</source>
-        <translation type="unfinished"></translation>
+        <translation>Ladataan</translation>
     </message>
     <message>
         <source>Downloading %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Ladataan, %1&#xa0;%</translation>
     </message>
     <message>
         <source>Downloading %1 %, %2 left</source>
-        <translation type="unfinished"></translation>
+        <translation>Ladataan, %1&#xa0;%, jäljellä %2</translation>
     </message>
     <message>
         <source>Unpacking</source>
-        <translation type="unfinished"></translation>
+        <translation>Puretaan</translation>
     </message>
     <message>
         <source>Unpacking %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Puretaan, %1&#xa0;%</translation>
     </message>
     <message>
         <source>Putting the files into place</source>
-        <translation type="unfinished"></translation>
+        <translation>Siirretään tiedostoja paikoilleen</translation>
     </message>
     <message>
         <source>Finishing</source>
-        <translation type="unfinished"></translation>
+        <translation>Viimeistellään</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Asennettu</translation>
     </message>
     <message>
         <source>Cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>Peruutettu</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;s</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;min</translation>
     </message>
     <message>
         <source>%1 h %2 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;h %2&#xa0;min</translation>
     </message>
 </context>
 <context>
     <name>RegionsPage</name>
     <message>
         <source>Maps to download</source>
-        <translation type="unfinished"></translation>
+        <translation>Ladattavat kartat</translation>
     </message>
     <message>
         <source>All maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Kaikki kartat</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Etsi uusia karttoja</translation>
     </message>
     <message>
         <source>Search all maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Hae kaikista kartoista</translation>
     </message>
     <message>
         <source>No map has this name</source>
-        <translation type="unfinished"></translation>
+        <translation>Tämän nimistä karttaa ei ole</translation>
     </message>
     <message>
         <source>Try fewer letters, or the name in another language.</source>
-        <translation type="unfinished"></translation>
+        <translation>Kokeile vähemmillä kirjaimilla tai nimellä toisella kielellä.</translation>
     </message>
     <message>
         <source>No maps are known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Karttoja ei vielä tunneta</translation>
     </message>
     <message>
         <source>Fetch the list of maps from the server first. It is small; the maps themselves are downloaded one by one, as you choose.</source>
-        <translation type="unfinished"></translation>
+        <translation>Nouda ensin karttaluettelo palvelimelta. Se on pieni; itse kartat ladataan yksitellen valintasi mukaan.</translation>
     </message>
     <message>
         <source>Fetch the list</source>
-        <translation type="unfinished"></translation>
+        <translation>Nouda luettelo</translation>
     </message>
     <message>
         <source>All of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kokonaan</translation>
     </message>
     <message>
         <source>Details</source>
-        <translation type="unfinished"></translation>
+        <translation>Tiedot</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>Asenna</translation>
     </message>
 </context>
 <context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
-        <translation type="unfinished"></translation>
+        <translation>Poistetaanko %1?</translation>
     </message>
     <message>
         <source>This frees %1 (%2).</source>
-        <translation type="unfinished"></translation>
+        <translation>Tilaa vapautuu %1 (%2).</translation>
     </message>
     <message numerus="yes">
         <source>%n file(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n tiedosto</numerusform>
+            <numerusform>%n tiedostoa</numerusform>
         </translation>
     </message>
     <message>
         <source>%1 (%2) stay, because other installed maps need them.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2) säilytetään, koska muut asennetut kartat tarvitsevat niitä.</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Poista</translation>
     </message>
 </context>
 <context>
     <name>SearchField</name>
     <message>
         <source>Clear the search</source>
-        <translation type="unfinished"></translation>
+        <translation>Tyhjennä haku</translation>
     </message>
 </context>
 <context>
     <name>ServerDialog</name>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>Sisältöpalvelin</translation>
     </message>
     <message>
         <source>The address that maps are downloaded from.</source>
-        <translation type="unfinished"></translation>
+        <translation>Osoite, josta kartat ladataan.</translation>
     </message>
     <message>
         <source>This is no http address.</source>
-        <translation type="unfinished"></translation>
+        <translation>Tämä ei ole http-osoite.</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Peruuta</translation>
     </message>
     <message>
         <source>Use this server</source>
-        <translation type="unfinished"></translation>
+        <translation>Käytä</translation>
     </message>
 </context>
 <context>
     <name>SettingRow</name>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
     <name>SettingsPage</name>
     <message>
         <source>As the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Järjestelmän mukaan</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Vaalea</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Tumma</translation>
     </message>
     <message>
         <source>Off</source>
-        <translation type="unfinished"></translation>
+        <translation>Pois</translation>
     </message>
     <message>
         <source>Errors</source>
-        <translation type="unfinished"></translation>
+        <translation>Virheet</translation>
     </message>
     <message>
         <source>Errors and warnings</source>
-        <translation type="unfinished"></translation>
+        <translation>Virheet ja varoitukset</translation>
     </message>
     <message>
         <source>Information too</source>
-        <translation type="unfinished"></translation>
+        <translation>Myös tiedotukset</translation>
     </message>
     <message>
         <source>Everything</source>
-        <translation type="unfinished"></translation>
+        <translation>Kaikki</translation>
     </message>
     <message>
         <source>Unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>Tuntematon</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Asetukset</translation>
     </message>
     <message>
         <source>Network</source>
-        <translation type="unfinished"></translation>
+        <translation>Verkko</translation>
     </message>
     <message>
         <source>No network</source>
-        <translation type="unfinished"></translation>
+        <translation>Ei verkkoa</translation>
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>Yhdistetty Wi-Fillä tai kaapelilla</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>Yhdistetty mobiiliverkolla</translation>
     </message>
     <message>
         <source>Set by you</source>
-        <translation type="unfinished"></translation>
+        <translation>Itse asetettu</translation>
     </message>
     <message>
         <source>Told by the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Järjestelmän ilmoittama</translation>
     </message>
     <message>
         <source>The system does not tell</source>
-        <translation type="unfinished"></translation>
+        <translation>Järjestelmä ei kerro</translation>
     </message>
     <message>
         <source>Download over mobile networks</source>
-        <translation type="unfinished"></translation>
+        <translation>Lataa mobiiliverkossa</translation>
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>Voi maksaa. Pois: lataukset odottavat Wi-Fi-yhteyttä.</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
-        <translation type="unfinished"></translation>
+        <translation>Aseta verkko itse</translation>
     </message>
     <message>
         <source>For when the system does not know it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Jos järjestelmä ei tunnista sitä.</translation>
     </message>
     <message>
         <source>There is a network</source>
-        <translation type="unfinished"></translation>
+        <translation>Verkko on käytettävissä</translation>
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>Se on Wi-Fi tai kaapeli</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>Tässä laitteessa</translation>
     </message>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Asennetut kartat</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n kartta</numerusform>
+            <numerusform>%n karttaa</numerusform>
         </translation>
     </message>
     <message>
         <source>Free space</source>
-        <translation type="unfinished"></translation>
+        <translation>Vapaata tilaa</translation>
     </message>
     <message>
         <source>Version of the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Karttojen versio</translation>
     </message>
     <message>
         <source>Version of the map objects</source>
-        <translation type="unfinished"></translation>
+        <translation>Karttakohteiden versio</translation>
     </message>
     <message>
         <source>City index</source>
-        <translation type="unfinished"></translation>
+        <translation>Kaupunkihakemisto</translation>
     </message>
     <message numerus="yes">
         <source>%n city package(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n kaupunkipaketti</numerusform>
+            <numerusform>%n kaupunkipakettia</numerusform>
         </translation>
     </message>
     <message>
         <source>Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Kansio</translation>
     </message>
     <message>
         <source>Server</source>
-        <translation type="unfinished"></translation>
+        <translation>Palvelin</translation>
     </message>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>Sisältöpalvelin</translation>
     </message>
     <message>
         <source>List of maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Karttaluettelo</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) to choose from</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n kartta valittavana</numerusform>
+            <numerusform>%n karttaa valittavana</numerusform>
         </translation>
     </message>
     <message>
         <source>The server has newer maps: version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Palvelimella on uudempia karttoja: versio %1</translation>
     </message>
     <message>
         <source>Stop looking</source>
-        <translation type="unfinished"></translation>
+        <translation>Lopeta etsintä</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Etsi uusia karttoja</translation>
     </message>
     <message>
         <source>This app</source>
-        <translation type="unfinished"></translation>
+        <translation>Tämä sovellus</translation>
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>Ulkoasu</translation>
     </message>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>Loki</translation>
     </message>
     <message>
         <source>Version</source>
-        <translation type="unfinished"></translation>
+        <translation>Versio</translation>
     </message>
 </context>
 <context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Verkkoyhteyttä ei ole. Lataukset jatkuvat heti, kun yhteys on.</translation>
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>Lataukset odottavat Wi-Fi-yhteyttä.</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>Siirrot</translation>
     </message>
     <message>
         <source>Resume</source>
-        <translation type="unfinished"></translation>
+        <translation>Jatka</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Keskeytä</translation>
     </message>
     <message>
         <source>Use the mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>Käytä mobiiliverkkoa</translation>
     </message>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>Yritä uudelleen: %1</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Peruuta %1</translation>
     </message>
     <message>
         <source>Nothing is being transferred</source>
-        <translation type="unfinished"></translation>
+        <translation>Siirtoja ei ole käynnissä</translation>
     </message>
     <message>
         <source>Maps that you choose to install are shown here until they are ready.</source>
-        <translation type="unfinished"></translation>
+        <translation>Asennettaviksi valitut kartat näkyvät tässä, kunnes ne ovat valmiita.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Valitse karttoja</translation>
     </message>
 </context>
 </TS>

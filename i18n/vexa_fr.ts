@@ -5,803 +5,803 @@
     <name>Banner</name>
     <message>
         <source>Close the message</source>
-        <translation type="unfinished"></translation>
+        <translation>Fermer le message</translation>
     </message>
 </context>
 <context>
     <name>BrowseRow</name>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>Réessayer %1</translation>
     </message>
     <message>
         <source>Install %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Installer %1</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler %1</translation>
     </message>
 </context>
 <context>
     <name>BusyMark</name>
     <message>
         <source>Please wait</source>
-        <translation type="unfinished"></translation>
+        <translation>Veuillez patienter</translation>
     </message>
 </context>
 <context>
     <name>CatalogRefresher</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible de créer le dossier %1.</translation>
     </message>
     <message>
         <source>%1 cannot be reached, or it is no map server.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 est injoignable ou n’est pas un serveur de cartes.</translation>
     </message>
     <message>
         <source>%1 names no usable map version.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 n’indique aucune version de cartes utilisable.</translation>
     </message>
     <message>
         <source>The server does not deliver %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le serveur ne fournit pas %1.</translation>
     </message>
     <message>
         <source>The server&apos;s %1 is damaged or lists no regions; the old one stays.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le fichier %1 du serveur est endommagé ou ne contient aucune région&#x202f;; l’ancien est conservé.</translation>
     </message>
     <message>
         <source>%1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible d’écrire %1.</translation>
     </message>
 </context>
 <context>
     <name>ConfirmDialog</name>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler</translation>
     </message>
 </context>
 <context>
     <name>DataSetLock</name>
     <message>
         <source>The folder %1 cannot be made.</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible de créer le dossier %1.</translation>
     </message>
     <message>
         <source>The lock file %1 cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible d’écrire le fichier de verrouillage %1.</translation>
     </message>
     <message>
         <source>Another program (process %1) is at work on this map data. Try again when it is done.</source>
-        <translation type="unfinished"></translation>
+        <translation>Un autre programme (processus %1) utilise ces données de cartes. Réessayez quand il aura terminé.</translation>
     </message>
 </context>
 <context>
     <name>DataSetSwap</name>
     <message>
         <source>There is no prepared map data.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucune donnée de cartes n’est préparée.</translation>
     </message>
     <message>
         <source>There is a backup of an earlier update.</source>
-        <translation type="unfinished"></translation>
+        <translation>Il existe une sauvegarde d’une mise à jour précédente.</translation>
     </message>
     <message>
         <source>There is no backup.</source>
-        <translation type="unfinished"></translation>
+        <translation>Il n’y a aucune sauvegarde.</translation>
     </message>
     <message>
         <source>An update is being prepared.</source>
-        <translation type="unfinished"></translation>
+        <translation>Une mise à jour est en préparation.</translation>
     </message>
     <message>
         <source>The backup cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible de supprimer la sauvegarde.</translation>
     </message>
     <message>
         <source>The prepared map data cannot be removed.</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible de supprimer les données de cartes préparées.</translation>
     </message>
     <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Une mise à jour interrompue a été terminée&#x202f;: les nouvelles cartes sont utilisées.</translation>
     </message>
     <message>
         <source>An update that was cut short could not be finished: the old maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Une mise à jour interrompue n’a pas pu être terminée&#x202f;: les anciennes cartes sont utilisées.</translation>
     </message>
     <message>
         <source>Going back to the old maps was cut short and is finished now.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le retour aux anciennes cartes, qui avait été interrompu, est maintenant terminé.</translation>
     </message>
     <message>
         <source>Going back to the old maps could not be finished: the new maps are in use.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le retour aux anciennes cartes n’a pas pu être terminé&#x202f;: les nouvelles cartes sont utilisées.</translation>
     </message>
     <message>
         <source>A removal that was cut short was finished.</source>
-        <translation type="unfinished"></translation>
+        <translation>Une suppression interrompue a été terminée.</translation>
     </message>
     <message>
         <source>Voice data that a removal had set aside is in its place again.</source>
-        <translation type="unfinished"></translation>
+        <translation>Les données vocales mises de côté lors d’une suppression sont de nouveau à leur place.</translation>
     </message>
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
-        <translation type="unfinished"></translation>
+        <translation>Un échange des données de cartes a été interrompu et ne peut pas être terminé.</translation>
     </message>
 </context>
 <context>
     <name>InstalledPage</name>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Cartes installées</translation>
     </message>
     <message>
         <source>%1 free on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 libres sur cet appareil</translation>
     </message>
     <message>
         <source>Update %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Mettre à jour %1</translation>
     </message>
     <message>
         <source>Remove %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Supprimer %1</translation>
     </message>
     <message>
         <source>No map is installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucune carte installée</translation>
     </message>
     <message>
         <source>Installed maps work without any network. Choose the regions that you need.</source>
-        <translation type="unfinished"></translation>
+        <translation>Les cartes installées fonctionnent sans aucun réseau. Choisissez les régions dont vous avez besoin.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Choisir des cartes</translation>
     </message>
 </context>
 <context>
     <name>Main</name>
     <message>
         <source>Maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Cartes</translation>
     </message>
     <message>
         <source>Opening the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Ouverture des cartes</translation>
     </message>
     <message>
         <source>The maps cannot be opened</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible d’ouvrir les cartes</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>Réessayer</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Installées</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>Transferts</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Paramètres</translation>
     </message>
     <message>
         <source>%1 is removed; %2 are free again.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 a été supprimé&#x202f;; %2 sont de nouveau libres.</translation>
     </message>
 </context>
 <context>
     <name>MapsSession</name>
     <message>
         <source>The server is silent. Try again later.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le serveur ne répond pas. Réessayez plus tard.</translation>
     </message>
     <message>
         <source>Let the transfers end, or cancel them, before you look for new maps.</source>
-        <translation type="unfinished"></translation>
+        <translation>Attendez la fin des transferts, ou annulez-les, avant de chercher de nouvelles cartes.</translation>
     </message>
     <message>
         <source>There is no network connection.</source>
-        <translation type="unfinished"></translation>
+        <translation>Il n’y a pas de connexion réseau.</translation>
     </message>
     <message>
         <source>The list of maps is up to date (version %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>La liste des cartes est à jour (version %1).</translation>
     </message>
     <message>
         <source>The server has newer maps (version %1). The installed ones stay at version %2.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le serveur a des cartes plus récentes (version %1). Celles installées restent en version %2.</translation>
     </message>
 </context>
 <context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>
     <name>PageHeader</name>
     <message>
         <source>Back</source>
-        <translation type="unfinished"></translation>
+        <translation>Retour</translation>
     </message>
 </context>
 <context>
     <name>ProgressLine</name>
     <message>
         <source>Progress is not known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Progression pas encore connue</translation>
     </message>
     <message>
         <source>%1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#x202f;%</translation>
     </message>
 </context>
 <context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le catalogue ne contient pas de région &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>%1 is being installed already.</source>
-        <translation type="unfinished"></translation>
+        <translation>L’installation de la région %1 est déjà en cours.</translation>
     </message>
     <message>
         <source>The catalogue gives no usable address for %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le catalogue n’indique pas d’adresse utilisable pour %1.</translation>
     </message>
     <message>
         <source>%1 needs %2, but only %3 are free.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 nécessite %2, mais il ne reste que %3.</translation>
     </message>
     <message>
         <source>The list of pending installs could not be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>La liste des installations en attente n’a pas pu être écrite.</translation>
     </message>
     <message>
         <source>%1 is not being installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>La région %1 n’est pas en cours d’installation.</translation>
     </message>
     <message>
         <source>The files of %1 are being put into place already.</source>
-        <translation type="unfinished"></translation>
+        <translation>Les fichiers de la région %1 sont déjà en train d’être mis en place.</translation>
     </message>
     <message>
         <source>%1 is not installed.</source>
-        <translation type="unfinished"></translation>
+        <translation>La région %1 n’est pas installée.</translation>
     </message>
     <message>
         <source>%1 is being installed; cancel that first.</source>
-        <translation type="unfinished"></translation>
+        <translation>La région %1 est en cours d’installation&#x202f;; annulez-la d’abord.</translation>
     </message>
     <message>
         <source>The archive of %1 holds no map tiles.</source>
-        <translation type="unfinished"></translation>
+        <translation>L’archive de la région %1 ne contient aucune tuile de carte.</translation>
     </message>
     <message>
         <source>Files of %1 are missing after the install.</source>
-        <translation type="unfinished"></translation>
+        <translation>Des fichiers de la région %1 manquent après l’installation.</translation>
     </message>
     <message>
         <source>The catalogue has no region &quot;%1&quot; any more.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le catalogue ne contient plus la région &quot;%1&quot;.</translation>
     </message>
     <message>
         <source>%1 could not be recorded: the content file cannot be written.</source>
-        <translation type="unfinished"></translation>
+        <translation>La région %1 n’a pas pu être enregistrée&#x202f;: impossible d’écrire le fichier de contenu.</translation>
     </message>
     <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
-        <translation type="unfinished"></translation>
+        <translation>L’archive de la région %1 est endommagée ou n’a pas pu être décompressée&#x202f;; rien n’a été modifié.</translation>
     </message>
     <message>
         <source>The files of %1 could not be put into place. Is the disk full?</source>
-        <translation type="unfinished"></translation>
+        <translation>Les fichiers de la région %1 n’ont pas pu être mis en place. L’espace de stockage est-il plein&#x202f;?</translation>
     </message>
     <message>
         <source>The server refused to send the archive of %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>Le serveur a refusé d’envoyer l’archive de la région %1.</translation>
     </message>
     <message>
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
-        <translation type="unfinished"></translation>
+        <translation>L’archive de la région %1 n’a pas pu être téléchargée&#x202f;: le serveur est injoignable ou ne l’a pas.</translation>
     </message>
 </context>
 <context>
     <name>RegionRow</name>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Installée</translation>
     </message>
     <message>
         <source>%1 on this device</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 sur cet appareil</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) inside</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>contient %n carte</numerusform>
+            <numerusform>contient %n cartes</numerusform>
         </translation>
     </message>
     <message>
         <source>%1, %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, %2</translation>
     </message>
     <message>
         <source>%1 of %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 sur %2</translation>
     </message>
 </context>
 <context>
     <name>RegionSheet</name>
     <message>
         <source>Download</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement</translation>
     </message>
     <message>
         <source>Needs when installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Espace nécessaire une fois installée</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>Sur cet appareil</translation>
     </message>
     <message>
         <source>Cancel the download</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler le téléchargement</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Supprimer</translation>
     </message>
     <message>
         <source>Try again</source>
-        <translation type="unfinished"></translation>
+        <translation>Réessayer</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation type="unfinished"></translation>
+        <translation>Mettre à jour</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>Installer</translation>
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished"></translation>
+        <translation>Fermer</translation>
     </message>
 </context>
 <context>
     <name>RegionWords</name>
     <message>
         <source>Paused by you</source>
-        <translation type="unfinished"></translation>
+        <translation>Mise en pause par vos soins</translation>
     </message>
     <message>
         <source>Waiting until the network may be used</source>
-        <translation type="unfinished"></translation>
+        <translation>En attente d’un réseau autorisé</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation type="unfinished"></translation>
+        <translation>En attente du Wi-Fi</translation>
     </message>
     <message>
         <source>Not installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Non installée</translation>
     </message>
     <message>
         <source>Waiting for its turn</source>
-        <translation type="unfinished"></translation>
+        <translation>En file d’attente</translation>
     </message>
     <message>
         <source>Downloading, %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement, %1</translation>
     </message>
     <message>
         <source>Downloading</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement</translation>
     </message>
     <message>
         <source>Downloading %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement&#x202f;: %1&#x202f;%</translation>
     </message>
     <message>
         <source>Downloading %1 %, %2 left</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement&#x202f;: %1&#x202f;%, encore %2</translation>
     </message>
     <message>
         <source>Unpacking</source>
-        <translation type="unfinished"></translation>
+        <translation>Décompression</translation>
     </message>
     <message>
         <source>Unpacking %1 %</source>
-        <translation type="unfinished"></translation>
+        <translation>Décompression&#x202f;: %1&#x202f;%</translation>
     </message>
     <message>
         <source>Putting the files into place</source>
-        <translation type="unfinished"></translation>
+        <translation>Mise en place des fichiers</translation>
     </message>
     <message>
         <source>Finishing</source>
-        <translation type="unfinished"></translation>
+        <translation>Finalisation</translation>
     </message>
     <message>
         <source>Installed</source>
-        <translation type="unfinished"></translation>
+        <translation>Installée</translation>
     </message>
     <message>
         <source>Cancelled</source>
-        <translation type="unfinished"></translation>
+        <translation>Annulé</translation>
     </message>
     <message>
         <source>%1 s</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;s</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;min</translation>
     </message>
     <message>
         <source>%1 h %2 min</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;h %2&#xa0;min</translation>
     </message>
 </context>
 <context>
     <name>RegionsPage</name>
     <message>
         <source>Maps to download</source>
-        <translation type="unfinished"></translation>
+        <translation>Cartes disponibles</translation>
     </message>
     <message>
         <source>All maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Toutes les cartes</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Chercher de nouvelles cartes</translation>
     </message>
     <message>
         <source>Search all maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Rechercher une carte</translation>
     </message>
     <message>
         <source>No map has this name</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucune carte ne porte ce nom</translation>
     </message>
     <message>
         <source>Try fewer letters, or the name in another language.</source>
-        <translation type="unfinished"></translation>
+        <translation>Essayez avec moins de lettres, ou avec le nom dans une autre langue.</translation>
     </message>
     <message>
         <source>No maps are known yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucune carte connue pour l’instant</translation>
     </message>
     <message>
         <source>Fetch the list of maps from the server first. It is small; the maps themselves are downloaded one by one, as you choose.</source>
-        <translation type="unfinished"></translation>
+        <translation>Récupérez d’abord la liste des cartes sur le serveur. Elle est légère&#x202f;; les cartes elles-mêmes sont téléchargées une par une, selon votre choix.</translation>
     </message>
     <message>
         <source>Fetch the list</source>
-        <translation type="unfinished"></translation>
+        <translation>Récupérer la liste</translation>
     </message>
     <message>
         <source>All of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 en entier</translation>
     </message>
     <message>
         <source>Details</source>
-        <translation type="unfinished"></translation>
+        <translation>Détails</translation>
     </message>
     <message>
         <source>Install</source>
-        <translation type="unfinished"></translation>
+        <translation>Installer</translation>
     </message>
 </context>
 <context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
-        <translation type="unfinished"></translation>
+        <translation>Supprimer %1&#x202f;?</translation>
     </message>
     <message>
         <source>This frees %1 (%2).</source>
-        <translation type="unfinished"></translation>
+        <translation>Cela libère %1 (%2).</translation>
     </message>
     <message numerus="yes">
         <source>%n file(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n fichier</numerusform>
+            <numerusform>%n fichiers</numerusform>
         </translation>
     </message>
     <message>
         <source>%1 (%2) stay, because other installed maps need them.</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2) sont conservés, car d’autres cartes installées en ont besoin.</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Supprimer</translation>
     </message>
 </context>
 <context>
     <name>SearchField</name>
     <message>
         <source>Clear the search</source>
-        <translation type="unfinished"></translation>
+        <translation>Effacer la recherche</translation>
     </message>
 </context>
 <context>
     <name>ServerDialog</name>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>Serveur de contenu</translation>
     </message>
     <message>
         <source>The address that maps are downloaded from.</source>
-        <translation type="unfinished"></translation>
+        <translation>L’adresse depuis laquelle les cartes sont téléchargées.</translation>
     </message>
     <message>
         <source>This is no http address.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ce n’est pas une adresse http.</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler</translation>
     </message>
     <message>
         <source>Use this server</source>
-        <translation type="unfinished"></translation>
+        <translation>Utiliser</translation>
     </message>
 </context>
 <context>
     <name>SettingRow</name>
     <message>
         <source>%1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#x202f;: %2</translation>
     </message>
 </context>
 <context>
     <name>SettingsPage</name>
     <message>
         <source>As the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Comme le système</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Clair</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Sombre</translation>
     </message>
     <message>
         <source>Off</source>
-        <translation type="unfinished"></translation>
+        <translation>Désactivé</translation>
     </message>
     <message>
         <source>Errors</source>
-        <translation type="unfinished"></translation>
+        <translation>Erreurs</translation>
     </message>
     <message>
         <source>Errors and warnings</source>
-        <translation type="unfinished"></translation>
+        <translation>Erreurs et avertissements</translation>
     </message>
     <message>
         <source>Information too</source>
-        <translation type="unfinished"></translation>
+        <translation>Informations également</translation>
     </message>
     <message>
         <source>Everything</source>
-        <translation type="unfinished"></translation>
+        <translation>Tout</translation>
     </message>
     <message>
         <source>Unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>Inconnu</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Paramètres</translation>
     </message>
     <message>
         <source>Network</source>
-        <translation type="unfinished"></translation>
+        <translation>Réseau</translation>
     </message>
     <message>
         <source>No network</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucun réseau</translation>
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>Connecté en Wi-Fi ou par câble</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>Connecté au réseau mobile</translation>
     </message>
     <message>
         <source>Set by you</source>
-        <translation type="unfinished"></translation>
+        <translation>Défini par vous</translation>
     </message>
     <message>
         <source>Told by the system</source>
-        <translation type="unfinished"></translation>
+        <translation>Indiqué par le système</translation>
     </message>
     <message>
         <source>The system does not tell</source>
-        <translation type="unfinished"></translation>
+        <translation>Le système ne l’indique pas</translation>
     </message>
     <message>
         <source>Download over mobile networks</source>
-        <translation type="unfinished"></translation>
+        <translation>Télécharger via le réseau mobile</translation>
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>Peut être payant. Désactivé&#x202f;: les téléchargements attendent le Wi-Fi.</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
-        <translation type="unfinished"></translation>
+        <translation>Définir le réseau à la main</translation>
     </message>
     <message>
         <source>For when the system does not know it.</source>
-        <translation type="unfinished"></translation>
+        <translation>Si le système ne le connaît pas.</translation>
     </message>
     <message>
         <source>There is a network</source>
-        <translation type="unfinished"></translation>
+        <translation>Réseau disponible</translation>
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation type="unfinished"></translation>
+        <translation>C’est du Wi-Fi ou un câble</translation>
     </message>
     <message>
         <source>On this device</source>
-        <translation type="unfinished"></translation>
+        <translation>Sur cet appareil</translation>
     </message>
     <message>
         <source>Installed maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Cartes installées</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n carte</numerusform>
+            <numerusform>%n cartes</numerusform>
         </translation>
     </message>
     <message>
         <source>Free space</source>
-        <translation type="unfinished"></translation>
+        <translation>Espace libre</translation>
     </message>
     <message>
         <source>Version of the maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Version des cartes</translation>
     </message>
     <message>
         <source>Version of the map objects</source>
-        <translation type="unfinished"></translation>
+        <translation>Version des objets de carte</translation>
     </message>
     <message>
         <source>City index</source>
-        <translation type="unfinished"></translation>
+        <translation>Index des villes</translation>
     </message>
     <message numerus="yes">
         <source>%n city package(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n paquet de villes</numerusform>
+            <numerusform>%n paquets de villes</numerusform>
         </translation>
     </message>
     <message>
         <source>Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Dossier</translation>
     </message>
     <message>
         <source>Server</source>
-        <translation type="unfinished"></translation>
+        <translation>Serveur</translation>
     </message>
     <message>
         <source>Content server</source>
-        <translation type="unfinished"></translation>
+        <translation>Serveur de contenu</translation>
     </message>
     <message>
         <source>List of maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Liste des cartes</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s) to choose from</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n carte au choix</numerusform>
+            <numerusform>%n cartes au choix</numerusform>
         </translation>
     </message>
     <message>
         <source>The server has newer maps: version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Le serveur a des cartes plus récentes&#x202f;: version %1</translation>
     </message>
     <message>
         <source>Stop looking</source>
-        <translation type="unfinished"></translation>
+        <translation>Arrêter la recherche</translation>
     </message>
     <message>
         <source>Look for new maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Chercher de nouvelles cartes</translation>
     </message>
     <message>
         <source>This app</source>
-        <translation type="unfinished"></translation>
+        <translation>Cette application</translation>
     </message>
     <message>
         <source>Appearance</source>
-        <translation type="unfinished"></translation>
+        <translation>Apparence</translation>
     </message>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>Journal</translation>
     </message>
     <message>
         <source>Version</source>
-        <translation type="unfinished"></translation>
+        <translation>Version</translation>
     </message>
 </context>
 <context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Il n’y a pas de réseau. Les téléchargements reprendront dès qu’il y en aura un.</translation>
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation type="unfinished"></translation>
+        <translation>Les téléchargements attendent le Wi-Fi.</translation>
     </message>
     <message>
         <source>Transfers</source>
-        <translation type="unfinished"></translation>
+        <translation>Transferts</translation>
     </message>
     <message>
         <source>Resume</source>
-        <translation type="unfinished"></translation>
+        <translation>Reprendre</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pause</translation>
     </message>
     <message>
         <source>Use the mobile network</source>
-        <translation type="unfinished"></translation>
+        <translation>Utiliser le réseau mobile</translation>
     </message>
     <message>
         <source>Try %1 again</source>
-        <translation type="unfinished"></translation>
+        <translation>Réessayer %1</translation>
     </message>
     <message>
         <source>Cancel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler %1</translation>
     </message>
     <message>
         <source>Nothing is being transferred</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucun transfert en cours</translation>
     </message>
     <message>
         <source>Maps that you choose to install are shown here until they are ready.</source>
-        <translation type="unfinished"></translation>
+        <translation>Les cartes que vous choisissez d’installer s’affichent ici jusqu’à ce qu’elles soient prêtes.</translation>
     </message>
     <message>
         <source>Choose maps</source>
-        <translation type="unfinished"></translation>
+        <translation>Choisir des cartes</translation>
     </message>
 </context>
 </TS>
