@@ -16,6 +16,6 @@ function(vexa_add_python_test path)
         ENVIRONMENT "LC_ALL=C.UTF-8;VEXA_PACKAGES_DIR=${PROJECT_BINARY_DIR}/packages")
 endfunction()
 
-foreach(name IN ITEMS tiles names packages regions content serve)
+foreach(name IN ITEMS tiles names packages regions content serve translations)
     vexa_add_python_test(tools/${name})
 endforeach()
