@@ -186,6 +186,7 @@ void DownloadManager::suspend(SuspensionCause suspensionCause)
         if (d->cause != UserCause)
             d->cause = suspensionCause;
         d->suspended = true;
+        d->interrupted = true;
         if (d->cause == UserCause) {
             const VexaSettings::Locker settings;
             settings->setValue(isSuspendedKey(), true);

@@ -151,8 +151,12 @@ void DownloadManager::finishTransfer()
     Q_EMIT finished(d->current.type, d->urlText, d->current.id);
 }
 
+// A suspension ends the attempt, whatever its reply comes to afterwards: a server or a network that
+// goes then must not cost the partial file. The request stays queued, and its next attempt tells.
 void DownloadManager::failTransfer(int errorCode)
 {
+    if (d->interrupted)
+        return;
     d->current.state = StateFailed;
     Q_EMIT error(d->current.type, d->current.id, errorCode, d->urlText);
 }

@@ -165,6 +165,9 @@ void DownloadManager::transfer()
     // Cleared here and not before: a suspension that was lifted while this waited had set it. Who
     // sets it sets the reason first, so nothing is missed.
     d->requestDone = false;
+    d->interrupted = false;
+    if (d->suspended)
+        d->interrupted = true;
     if (d->suspended || d->cancelled)
         d->requestDone = true;
     QTimer tick;

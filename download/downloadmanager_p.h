@@ -75,6 +75,7 @@ public:
     // Set from any thread.
     std::atomic<bool> requestDone {false};
     std::atomic<bool> suspended {false};
+    std::atomic<bool> interrupted {false}; // the attempt was suspended, if only for a moment
     std::atomic<bool> cancelled {false};
     std::atomic<bool> exiting {false};
     std::atomic<bool> hasWifiConnection {false};

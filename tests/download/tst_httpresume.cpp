@@ -71,6 +71,7 @@ private Q_SLOTS:
     void countsSavedBytesInItsProgress();
     void survivesBeingKilledAgainAndAgain();
     void keepsAPartialTransferWhenItIsSuspended();
+    void aServerThatGoesAfterASuspensionIsNoFailure();
     void losesNothingOfADripWhenItIsSuspended();
     void keepsAPartialTransferForTheNextRunWhenItExits();
     void tellsTheEndOnceThoughASuspensionCameWithIt_data();
@@ -334,6 +335,41 @@ void HttpResumeTest::keepsAPartialTransferWhenItIsSuspended()
     QCOMPARE(contentOf(file), bytes(FileSize));
     QCOMPARE(rangesOf(server), QStringList({line("bytes=0-"), line("bytes=1000-")}));
     QCOMPARE(engine.error.count(), 0);
+}
+
+void HttpResumeTest::aServerThatGoesAfterASuspensionIsNoFailure()
+{
+    Server server;
+    server.add("/a", bytes(FileSize), {Server::StallAfter(1000), Server::Whole()});
+    const LogCatcher log(L::Trace);
+    TestEngine engine;
+    engine.start();
+    const QString file = engine.download(server.url("/a"));
+    EVENTUALLY(savedRecord().bytesReceived == 1000);
+    // Told while the suspension is being made: the worker thread has not looked at it yet.
+    bool seen = false;
+    const auto goAway = [&](bool suspended) {
+        if (!suspended)
+            return;
+        server.stop();
+        const QString ended = line("[TRACE] void DownloadManager::doDownloadFinished()");
+        seen = QTest::qWaitFor([&] { return log.contains(ended); }, 60000);
+    };
+    QObject::connect(engine.manager(), &DownloadManager::notifySuspended, engine.manager(), goAway,
+                     Qt::DirectConnection);
+
+    engine.worker->suspend();
+
+    QVERIFY(seen);
+    EVENTUALLY(log.contains(line("Download is suspended")));
+    QCOMPARE(contentOf(file), bytes(1000));
+    server.start();
+    engine.worker->resume();
+    EVENTUALLY(engine.isIdle());
+    EVENTUALLY(engine.finished.count() + engine.error.count() == 1);
+    QCOMPARE(engine.error.count(), 0);
+    QCOMPARE(contentOf(file), bytes(FileSize));
+    QCOMPARE(rangesOf(server), QStringList({line("bytes=0-"), line("bytes=1000-")}));
 }
 
 void HttpResumeTest::losesNothingOfADripWhenItIsSuspended()
