@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation>لا توجد بيانات خرائط مُجهَّزة.</translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation>توجد نسخة احتياطية من تحديث سابق.</translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation>لا توجد نسخة احتياطية.</translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation>يجري تجهيز تحديث.</translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation>تتعذّر إزالة النسخة الاحتياطية.</translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation>تتعذّر إزالة بيانات الخرائط المُجهَّزة.</translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation>اكتمل تحديث كان قد انقطع: الخرائط الجديدة قيد الاستخدام.</translation>
     </message>
@@ -133,12 +109,153 @@
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
         <translation>انقطع استبدال بيانات الخرائط ويتعذّر إكماله.</translation>
     </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation>ما كان يعترض الطريق صار اسمه ⁦%1⁩.</translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation>يجري تحميل بيانات الخرائط أو تغييرها. أعد المحاولة عند الانتهاء.</translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation>تعذّر إكمال استبدال بيانات الخرائط: %1</translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation>تعذّر استبدال بيانات الخرائط، وبقيت كما كانت: %1</translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation>لم تنقل الصدفة كل المجلدات؛ نُقل الباقي من دونها.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>لا يصلح «%1» لاحقةً لاسم مجموعة بيانات.</translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>انقطع استبدال بيانات الخرائط. أعد تشغيل البرنامج أولًا.</translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation>لم يستجب الخادم منذ %L1 ث؛ أُلغيت المحاولة.</translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation>يجري تحديث الآن.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>لا توجد نسخة احتياطية للعودة إليها.</translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation>توجد عمليات تثبيت معلّقة (%1).</translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation>ثُبّتت منذ ذلك الحين مناطق ليست في النسخة الاحتياطية: %1.</translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation>تتعذّر كتابة فهرس المدن وحالة التحديث.</translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation>انقطع تغيير سابق للخرائط ويجب إصلاحه أولًا.</translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation>يحتوي اسم المجلد ⁦%1⁩ على أحرف لا تقبلها أوامر التحديث.</translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation>لا يوجد فهرس بعد.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation>لا تزال النسخة الاحتياطية من تحديث سابق موجودة.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>تتعذّر كتابة حالة التحديث.</translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation>يفتقر الإصدار ⁦%1⁩ إلى مناطق مثبّتة: %2.</translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation>تتعذّر كتابة الخرائط المجهّزة.</translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>لم يُعثر على ⁦%1⁩.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation>يعترض ⁦%1⁩ الطريق وتتعذّر إعادة تسميته.</translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation>يعيد ⁦%1⁩ الحالة %2.</translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation>حجم ⁦%1⁩ كبير جدًا.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>تمت المقاطعة.</translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation>لم يستجب ⁦%1⁩ منذ %L2 ث.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>يتعذّر الوصول إلى ⁦%1⁩: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation>يُضغط ⁦%1⁩ أثناء النقل، ولا يجوز ذلك.</translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation>تغيّر ⁦%1⁩ أثناء قراءته.</translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation>انقطع نقل ⁦%1⁩: %2.</translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation>يرسل ⁦%1⁩ بايتات أقل مما يعلن.</translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation>يرسل ⁦%1⁩ بايتات أكثر مما يعلن.</translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
+        <translation>يرسل ⁦%1⁩ جزءًا غير المطلوب.</translation>
+    </message>
 </context>
 <context>
     <name>InstalledPage</name>
     <message>
         <source>Installed maps</source>
-        <translation>الخرائط المثبَّتة</translation>
+        <translation>الخرائط المثبّتة</translation>
     </message>
     <message>
         <source>%1 free on this device</source>
@@ -154,11 +271,11 @@
     </message>
     <message>
         <source>No map is installed</source>
-        <translation>لا توجد خرائط مثبَّتة</translation>
+        <translation>لا توجد خرائط مثبّتة</translation>
     </message>
     <message>
         <source>Installed maps work without any network. Choose the regions that you need.</source>
-        <translation>تعمل الخرائط المثبَّتة بلا أي شبكة. اختر المناطق التي تحتاج إليها.</translation>
+        <translation>تعمل الخرائط المثبّتة بلا أي شبكة. اختر المناطق التي تحتاج إليها.</translation>
     </message>
     <message>
         <source>Choose maps</source>
@@ -185,7 +302,7 @@
     </message>
     <message>
         <source>Installed</source>
-        <translation>مثبَّتة</translation>
+        <translation>المثبّتة</translation>
     </message>
     <message>
         <source>Transfers</source>
@@ -216,18 +333,18 @@
     </message>
     <message>
         <source>The list of maps is up to date (version %1).</source>
-        <translation>قائمة الخرائط محدَّثة (الإصدار ⁦%1⁩).</translation>
+        <translation>قائمة الخرائط محدّثة (الإصدار ⁦%1⁩).</translation>
     </message>
     <message>
         <source>The server has newer maps (version %1). The installed ones stay at version %2.</source>
-        <translation>توجد على الخادم خرائط أحدث (الإصدار ⁦%1⁩). تبقى الخرائط المثبَّتة على الإصدار ⁦%2⁩.</translation>
+        <translation>توجد على الخادم خرائط أحدث (الإصدار ⁦%1⁩). تبقى الخرائط المثبّتة على الإصدار ⁦%2⁩.</translation>
     </message>
 </context>
 <context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
-        <translation>%1 (%2)</translation>
+        <translation>%1 (%L2)</translation>
     </message>
 </context>
 <context>
@@ -238,6 +355,25 @@
     </message>
 </context>
 <context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation>تتعذّر الكتابة في المجلدين ⁦%1⁩ و⁦%2⁩.</translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation>يتعذّر نسخ فهرس المدن والملف config.cfg إلى الخرائط الجديدة.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation>تتعذّر إزالة الملف ⁦%1⁩.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>تتعذّر كتابة حالة التحديث.</translation>
+    </message>
+</context>
+<context>
     <name>ProgressLine</name>
     <message>
         <source>Progress is not known yet</source>
@@ -245,7 +381,7 @@
     </message>
     <message>
         <source>%1 %</source>
-        <translation>%1%</translation>
+        <translation>%L1%</translation>
     </message>
 </context>
 <context>
@@ -280,7 +416,7 @@
     </message>
     <message>
         <source>%1 is not installed.</source>
-        <translation>المنطقة «%1» غير مثبَّتة.</translation>
+        <translation>المنطقة «%1» غير مثبّتة.</translation>
     </message>
     <message>
         <source>%1 is being installed; cancel that first.</source>
@@ -323,7 +459,7 @@
     <name>RegionRow</name>
     <message>
         <source>Installed</source>
-        <translation>مثبَّتة</translation>
+        <translation>مثبّتة</translation>
     </message>
     <message>
         <source>%1 on this device</source>
@@ -335,9 +471,9 @@
             <numerusform>لا خرائط بداخلها</numerusform>
             <numerusform>خريطة واحدة بداخلها</numerusform>
             <numerusform>خريطتان بداخلها</numerusform>
-            <numerusform>%n خرائط بداخلها</numerusform>
-            <numerusform>%n خريطة بداخلها</numerusform>
-            <numerusform>%n خريطة بداخلها</numerusform>
+            <numerusform>%Ln خرائط بداخلها</numerusform>
+            <numerusform>%Ln خريطة بداخلها</numerusform>
+            <numerusform>%Ln خريطة بداخلها</numerusform>
         </translation>
     </message>
     <message>
@@ -404,7 +540,7 @@
     </message>
     <message>
         <source>Not installed</source>
-        <translation>غير مثبَّتة</translation>
+        <translation>غير مثبّتة</translation>
     </message>
     <message>
         <source>Waiting for its turn</source>
@@ -420,11 +556,11 @@
     </message>
     <message>
         <source>Downloading %1 %</source>
-        <translation>جارٍ التنزيل: %1%</translation>
+        <translation>جارٍ التنزيل: %L1%</translation>
     </message>
     <message>
         <source>Downloading %1 %, %2 left</source>
-        <translation>جارٍ التنزيل: %1%، بقي %2</translation>
+        <translation>جارٍ التنزيل: %L1%، بقي %2</translation>
     </message>
     <message>
         <source>Unpacking</source>
@@ -432,7 +568,7 @@
     </message>
     <message>
         <source>Unpacking %1 %</source>
-        <translation>جارٍ فكّ الضغط: %1%</translation>
+        <translation>جارٍ فكّ الضغط: %L1%</translation>
     </message>
     <message>
         <source>Putting the files into place</source>
@@ -444,7 +580,7 @@
     </message>
     <message>
         <source>Installed</source>
-        <translation>مثبَّتة</translation>
+        <translation>مثبّتة</translation>
     </message>
     <message>
         <source>Cancelled</source>
@@ -452,15 +588,15 @@
     </message>
     <message>
         <source>%1 s</source>
-        <translation>%1 ث</translation>
+        <translation>%L1 ث</translation>
     </message>
     <message>
         <source>%1 min</source>
-        <translation>%1 د</translation>
+        <translation>%L1 د</translation>
     </message>
     <message>
         <source>%1 h %2 min</source>
-        <translation>%1 س %2 د</translation>
+        <translation>%L1 س %L2 د</translation>
     </message>
 </context>
 <context>
@@ -495,7 +631,7 @@
     </message>
     <message>
         <source>Fetch the list of maps from the server first. It is small; the maps themselves are downloaded one by one, as you choose.</source>
-        <translation>اجلب قائمة الخرائط من الخادم أولًا. القائمة صغيرة؛ أما الخرائط نفسها فتُنزَّل واحدة تلو الأخرى حسب اختيارك.</translation>
+        <translation>اجلب قائمة الخرائط من الخادم أولًا. القائمة صغيرة؛ أما الخرائط نفسها فتُنزّل واحدة تلو الأخرى حسب اختيارك.</translation>
     </message>
     <message>
         <source>Fetch the list</source>
@@ -503,7 +639,7 @@
     </message>
     <message>
         <source>All of %1</source>
-        <translation>%1 بالكامل</translation>
+        <translation>كامل %1</translation>
     </message>
     <message>
         <source>Details</source>
@@ -512,6 +648,33 @@
     <message>
         <source>Install</source>
         <translation>تثبيت</translation>
+    </message>
+</context>
+<context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation>الملف ⁦%1⁩ مشفّر.</translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation>الملف ⁦%1⁩: الذاكرة غير كافية.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation>يتعذّر سرد محتويات ⁦%1⁩: لا يقدّم خادمه إلا ملفات كاملة.</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation>الملف ⁦%1⁩ تالف أو ليس أرشيفًا: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation>لا يذكر ⁦%1⁩ أحجام ملفاته.</translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation>يحتوي ⁦%1⁩ على ملف لا يجوز فكّ ضغطه: «⁦%2⁩».</translation>
     </message>
 </context>
 <context>
@@ -530,14 +693,14 @@
             <numerusform>لا ملفات</numerusform>
             <numerusform>ملف واحد</numerusform>
             <numerusform>ملفان</numerusform>
-            <numerusform>%n ملفات</numerusform>
-            <numerusform>%n ملفًا</numerusform>
-            <numerusform>%n ملف</numerusform>
+            <numerusform>%Ln ملفات</numerusform>
+            <numerusform>%Ln ملفًا</numerusform>
+            <numerusform>%Ln ملف</numerusform>
         </translation>
     </message>
     <message>
         <source>%1 (%2) stay, because other installed maps need them.</source>
-        <translation>يبقى %1 (%2) لأن خرائط مثبَّتة أخرى تحتاج إليها.</translation>
+        <translation>يبقى %1 (%2) لأن خرائط مثبّتة أخرى تحتاج إليها.</translation>
     </message>
     <message>
         <source>Remove</source>
@@ -559,7 +722,7 @@
     </message>
     <message>
         <source>The address that maps are downloaded from.</source>
-        <translation>العنوان الذي تُنزَّل منه الخرائط.</translation>
+        <translation>العنوان الذي تُنزّل منه الخرائط.</translation>
     </message>
     <message>
         <source>This is no http address.</source>
@@ -572,6 +735,17 @@
     <message>
         <source>Use this server</source>
         <translation>استخدام الخادم</translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation>نظام ملفات آخر موصول عند ⁦%1⁩؛ تتعذّر إزالته.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
+        <translation>يتعذّر نقل ⁦%1⁩ إلى مكان آمن.</translation>
     </message>
 </context>
 <context>
@@ -681,7 +855,7 @@
     </message>
     <message>
         <source>Installed maps</source>
-        <translation>الخرائط المثبَّتة</translation>
+        <translation>الخرائط المثبّتة</translation>
     </message>
     <message numerus="yes">
         <source>%n map(s)</source>
@@ -689,9 +863,9 @@
             <numerusform>لا خرائط</numerusform>
             <numerusform>خريطة واحدة</numerusform>
             <numerusform>خريطتان</numerusform>
-            <numerusform>%n خرائط</numerusform>
-            <numerusform>%n خريطة</numerusform>
-            <numerusform>%n خريطة</numerusform>
+            <numerusform>%Ln خرائط</numerusform>
+            <numerusform>%Ln خريطة</numerusform>
+            <numerusform>%Ln خريطة</numerusform>
         </translation>
     </message>
     <message>
@@ -716,9 +890,9 @@
             <numerusform>لا حزم مدن</numerusform>
             <numerusform>حزمة مدن واحدة</numerusform>
             <numerusform>حزمتا مدن</numerusform>
-            <numerusform>%n حزم مدن</numerusform>
-            <numerusform>%n حزمة مدن</numerusform>
-            <numerusform>%n حزمة مدن</numerusform>
+            <numerusform>%Ln حزم مدن</numerusform>
+            <numerusform>%Ln حزمة مدن</numerusform>
+            <numerusform>%Ln حزمة مدن</numerusform>
         </translation>
     </message>
     <message>
@@ -743,9 +917,9 @@
             <numerusform>لا خرائط للاختيار منها</numerusform>
             <numerusform>خريطة واحدة للاختيار</numerusform>
             <numerusform>خريطتان للاختيار</numerusform>
-            <numerusform>%n خرائط للاختيار منها</numerusform>
-            <numerusform>%n خريطة للاختيار منها</numerusform>
-            <numerusform>%n خريطة للاختيار منها</numerusform>
+            <numerusform>%Ln خرائط للاختيار منها</numerusform>
+            <numerusform>%Ln خريطة للاختيار منها</numerusform>
+            <numerusform>%Ln خريطة للاختيار منها</numerusform>
         </translation>
     </message>
     <message>
@@ -775,6 +949,96 @@
     <message>
         <source>Version</source>
         <translation>الإصدار</translation>
+    </message>
+</context>
+<context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>انقطع استبدال بيانات الخرائط. أعد تشغيل البرنامج أولًا.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>لا يصلح «%1» لاحقةً لاسم مجموعة بيانات.</translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation>يحتوي المسار ⁦%1⁩ على مسافة أو محرف آخر لا يستطيع التحديث معالجته. انقل بيانات الخرائط إلى مجلد باسم بسيط.</translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation>لا توجد بيانات خرائط مجهّزة.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>لا توجد نسخة احتياطية للعودة إليها.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation>لا تزال النسخة الاحتياطية من تحديث سابق موجودة (⁦%1⁩). أزلها أو عُد إليها أولًا.</translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation>يجري تجهيز تحديث آخر (⁦%1⁩). تخلّ عنه أولًا.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation>المجلد ⁦%1⁩ مفقود.</translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation>العنصر ⁦%1⁩ رابط أو ملف؛ يجب أن يكون مجلدًا.</translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation>نظام ملفات آخر موصول عند ⁦%1⁩؛ يجب أن يكون مجلدًا من نظام الملفات المحيط به.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation>يعترض ⁦%1⁩ مكان بيانات الصوت.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation>المجلد ⁦%1⁩ محمي من الكتابة.</translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation>لم تبقَ مساحة في ⁦%1⁩.</translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation>الملف ⁦%1⁩ مفقود أو تالف.</translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation>الملف ⁦%1⁩ مفقود أو تالف أو لا يضم أي منطقة.</translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>تتعذّر كتابة ⁦%1⁩ (%2).</translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation>تتعذّر قراءة السجل ⁦%1⁩.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation>السجل ⁦%1⁩ تالف أو لم يكتبه هذا البرنامج.</translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation>كتب إصدار أحدث من هذا البرنامج السجل ⁦%1⁩.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation>السجل ⁦%1⁩ تالف.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation>تتعذّر إزالة ⁦%1⁩ (%2).</translation>
     </message>
 </context>
 <context>
@@ -822,6 +1086,51 @@
     <message>
         <source>Choose maps</source>
         <translation>اختيار الخرائط</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>لا يذكر ⁦%1⁩ إصدار خرائط صالحًا للاستخدام.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation>تتعذّر كتابة ⁦%1⁩.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation>الملف ⁦%1⁩ على الخادم تالف أو لا يضم أي منطقة.</translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation>لا يذكر الفهرس عنوانًا صالحًا للمنطقة «%1».</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>تمت المقاطعة.</translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation>لا يحتوي أرشيف «%1» على أي مربعات خرائط.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation>يحتاج التحديث إلى %1 على الأكثر في ⁦%2⁩ إضافةً إلى الخرائط المستخدمة، لكن المتاح %3 فقط.</translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation>يتعذّر الوصول إلى ⁦%1⁩، أو أنه ليس خادم خرائط.</translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>لا يذكر ⁦%1⁩ إصدار خرائط صالحًا للاستخدام.</translation>
     </message>
 </context>
 </TS>

@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation>Es sind keine vorbereiteten Kartendaten vorhanden.</translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation>Es ist noch die Sicherung einer früheren Aktualisierung vorhanden.</translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation>Es ist keine Sicherung vorhanden.</translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation>Eine Aktualisierung wird vorbereitet.</translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation>Die Sicherung kann nicht entfernt werden.</translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation>Die vorbereiteten Kartendaten können nicht entfernt werden.</translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation>Eine unterbrochene Aktualisierung wurde abgeschlossen: Die neuen Karten sind in Gebrauch.</translation>
     </message>
@@ -132,6 +108,147 @@
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
         <translation>Ein Austausch der Kartendaten wurde unterbrochen und kann nicht abgeschlossen werden.</translation>
+    </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation>Was im Weg war, heißt jetzt %1.</translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation>Die Kartendaten werden gerade geladen oder geändert. Bitte danach erneut versuchen.</translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation>Der Austausch der Kartendaten konnte nicht abgeschlossen werden: %1</translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation>Die Kartendaten konnten nicht ausgetauscht werden und sind unverändert: %1</translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation>Die Shell hat nicht alle Ordner verschoben; der Rest wurde ohne sie verschoben.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>&quot;%1&quot; kann nicht hinter dem Namen eines Datensatzes stehen.</translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Ein Austausch der Kartendaten wurde unterbrochen. Bitte zuerst das Programm neu starten.</translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation>Der Server antwortet seit %1 s nicht; abgebrochen.</translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation>Eine Aktualisierung läuft gerade.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>Es gibt keine Sicherung, zu der man zurückkehren könnte.</translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation>Es stehen noch Installationen aus (%1).</translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation>Seitdem wurden Regionen installiert, die nicht in der Sicherung sind: %1.</translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation>Das Städteverzeichnis und der Stand der Aktualisierung können nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation>Eine frühere Änderung der Karten wurde unterbrochen und muss zuerst repariert werden.</translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation>Der Name des Ordners %1 enthält Zeichen, mit denen die Befehle einer Aktualisierung nicht umgehen können.</translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation>Es gibt noch keinen Katalog.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation>Die Sicherung einer früheren Aktualisierung ist noch vorhanden.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>Der Stand der Aktualisierung kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation>In Version %1 fehlen installierte Regionen: %2.</translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation>Die vorbereiteten Karten können nicht geschrieben werden.</translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>%1 fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation>%1 ist im Weg und kann nicht umbenannt werden.</translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation>%1 antwortet mit Status %2.</translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation>%1 ist viel zu groß.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Unterbrochen.</translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation>%1 antwortet seit %2 s nicht.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 ist nicht erreichbar: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation>%1 wird unterwegs komprimiert, obwohl das nicht sein darf.</translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation>%1 hat sich beim Lesen geändert.</translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation>%1 bricht ab: %2.</translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation>%1 liefert weniger Bytes als angegeben.</translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation>%1 liefert mehr Bytes als angegeben.</translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
+        <translation>%1 liefert einen anderen Teil als angefordert.</translation>
     </message>
 </context>
 <context>
@@ -235,6 +352,25 @@
     <message>
         <source>Back</source>
         <translation>Zurück</translation>
+    </message>
+</context>
+<context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation>Die Ordner %1 und %2 können nicht beschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation>Das Städteverzeichnis und config.cfg können nicht zu den neuen Karten kopiert werden.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation>Die Datei %1 kann nicht entfernt werden.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>Der Stand der Aktualisierung kann nicht geschrieben werden.</translation>
     </message>
 </context>
 <context>
@@ -511,6 +647,33 @@
     </message>
 </context>
 <context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation>%1 ist verschlüsselt.</translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation>%1: Der Speicher reicht nicht aus.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation>Der Inhalt von %1 kann nicht aufgelistet werden: Der Server liefert nur ganze Dateien.</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation>%1 ist beschädigt oder kein Archiv: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation>%1 gibt nicht an, wie groß seine Dateien sind.</translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation>%1 enthält eine Datei, die nicht entpackt werden darf: &quot;%2&quot;.</translation>
+    </message>
+</context>
+<context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
@@ -564,6 +727,17 @@
     <message>
         <source>Use this server</source>
         <translation>Verwenden</translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation>Unter %1 ist ein anderes Dateisystem eingehängt; es kann nicht entfernt werden.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
+        <translation>%1 kann nicht an einen sicheren Ort verschoben werden.</translation>
     </message>
 </context>
 <context>
@@ -758,6 +932,96 @@
     </message>
 </context>
 <context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Ein Austausch der Kartendaten wurde unterbrochen. Bitte zuerst das Programm neu starten.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>&quot;%1&quot; kann nicht hinter dem Namen eines Datensatzes stehen.</translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation>Der Pfad %1 enthält ein Leerzeichen oder ein anderes Zeichen, mit dem die Aktualisierung nicht umgehen kann. Bitte die Kartendaten in einen Ordner mit einfachem Namen verschieben.</translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation>Es sind keine vorbereiteten Kartendaten vorhanden.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>Es gibt keine Sicherung, zu der man zurückkehren könnte.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation>Die Sicherung einer früheren Aktualisierung ist noch vorhanden (%1). Bitte zuerst entfernen oder zu ihr zurückkehren.</translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation>Eine andere Aktualisierung wird vorbereitet (%1). Bitte diese zuerst aufgeben.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation>Der Ordner %1 fehlt.</translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation>%1 ist ein Verweis oder eine Datei; es muss ein Ordner sein.</translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation>Unter %1 ist ein anderes Dateisystem eingehängt; es muss ein Ordner des umgebenden Dateisystems sein.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation>%1 ist den Sprachdaten im Weg.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation>Der Ordner %1 ist schreibgeschützt.</translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation>Unter %1 ist kein Speicherplatz mehr frei.</translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation>%1 fehlt oder ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation>%1 fehlt, ist beschädigt oder enthält keine Regionen.</translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>%1 kann nicht geschrieben werden (%2).</translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation>Der Vermerk %1 kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation>Der Vermerk %1 ist beschädigt oder stammt nicht von diesem Programm.</translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation>Der Vermerk %1 stammt von einer neueren Version dieses Programms.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation>Der Vermerk %1 ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation>%1 kann nicht entfernt werden (%2).</translation>
+    </message>
+</context>
+<context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
@@ -802,6 +1066,51 @@
     <message>
         <source>Choose maps</source>
         <translation>Karten auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 nennt keine brauchbare Kartenversion.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation>%1 kann nicht geschrieben werden.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation>%1 vom Server ist beschädigt oder enthält keine Regionen.</translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation>Der Katalog enthält keine brauchbare Adresse für %1.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Unterbrochen.</translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation>Das Archiv von %1 enthält keine Kartenkacheln.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation>Die Aktualisierung braucht unter %2 bis zu %1 neben den benutzten Karten, aber nur %3 sind frei.</translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation>%1 ist nicht erreichbar oder kein Kartenserver.</translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 nennt keine brauchbare Kartenversion.</translation>
     </message>
 </context>
 </TS>

@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -131,6 +107,147 @@
     </message>
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -234,6 +351,25 @@
     <name>PageHeader</name>
     <message>
         <source>Back</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -511,6 +647,33 @@
     </message>
 </context>
 <context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
@@ -563,6 +726,17 @@
     </message>
     <message>
         <source>Use this server</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -758,6 +932,96 @@
     </message>
 </context>
 <context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
@@ -801,6 +1065,51 @@
     </message>
     <message>
         <source>Choose maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

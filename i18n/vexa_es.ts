@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation>No hay datos de mapas preparados.</translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation>Hay una copia de seguridad de una actualización anterior.</translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation>No hay ninguna copia de seguridad.</translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation>Se está preparando una actualización.</translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation>No se puede eliminar la copia de seguridad.</translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation>No se pueden eliminar los datos de mapas preparados.</translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation>Se ha completado una actualización interrumpida: los mapas nuevos están en uso.</translation>
     </message>
@@ -132,6 +108,147 @@
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
         <translation>Se interrumpió un cambio de los datos de mapas y no se puede completar.</translation>
+    </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation>Lo que estorbaba se llama ahora %1.</translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation>Los datos de mapas se están cargando o cambiando. Se puede volver a intentar cuando termine.</translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation>No se ha podido completar el cambio de los datos de mapas: %1</translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation>No se han podido cambiar los datos de mapas; siguen como estaban: %1</translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation>El intérprete de órdenes no ha movido todas las carpetas; el resto se ha movido sin él.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>&quot;%1&quot; no puede ir detrás del nombre de un conjunto de datos.</translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Se interrumpió un cambio de los datos de mapas. Primero hay que reiniciar el programa.</translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation>El servidor no responde desde hace %1 s; se abandona.</translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation>Hay una actualización en curso.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>No hay ninguna copia de seguridad a la que volver.</translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation>Hay instalaciones pendientes (%1).</translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation>Desde entonces se han instalado regiones que no están en la copia de seguridad: %1.</translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation>No se pueden escribir el índice de ciudades ni el estado de la actualización.</translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation>Un cambio anterior de los mapas se interrumpió y primero hay que repararlo.</translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation>El nombre de la carpeta %1 contiene caracteres que las órdenes de actualización no admiten.</translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation>Todavía no hay catálogo.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation>Todavía existe la copia de seguridad de una actualización anterior.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>No se puede escribir el estado de la actualización.</translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation>En la versión %1 faltan regiones instaladas: %2.</translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation>No se pueden escribir los mapas preparados.</translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>Falta %1.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation>%1 estorba y no se puede renombrar.</translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation>%1 devuelve el estado %2.</translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation>%1 es demasiado grande.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Interrumpido.</translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation>%1 no responde desde hace %2 s.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>No se puede acceder a %1: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation>%1 se comprime durante la transferencia, y no debe.</translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation>%1 ha cambiado durante la lectura.</translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation>%1 se interrumpe: %2.</translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation>%1 entrega menos bytes de los que anuncia.</translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation>%1 entrega más bytes de los que anuncia.</translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
+        <translation>%1 entrega una parte distinta de la pedida.</translation>
     </message>
 </context>
 <context>
@@ -235,6 +352,25 @@
     <message>
         <source>Back</source>
         <translation>Atrás</translation>
+    </message>
+</context>
+<context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation>No se puede escribir en las carpetas %1 y %2.</translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation>No se pueden copiar el índice de ciudades y config.cfg a los mapas nuevos.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation>No se puede eliminar el archivo %1.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>No se puede escribir el estado de la actualización.</translation>
     </message>
 </context>
 <context>
@@ -511,6 +647,33 @@
     </message>
 </context>
 <context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation>%1 está cifrado.</translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation>%1: memoria insuficiente.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation>No se puede listar el contenido de %1: su servidor solo entrega archivos enteros.</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation>%1 está dañado o no es un archivo comprimido: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation>%1 no indica el tamaño de sus archivos.</translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation>%1 contiene un archivo que no se debe descomprimir: &quot;%2&quot;.</translation>
+    </message>
+</context>
+<context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
@@ -564,6 +727,17 @@
     <message>
         <source>Use this server</source>
         <translation>Usar</translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation>En %1 hay montado otro sistema de archivos; no se puede eliminar.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
+        <translation>No se puede mover %1 a un lugar seguro.</translation>
     </message>
 </context>
 <context>
@@ -758,6 +932,96 @@
     </message>
 </context>
 <context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Se interrumpió un cambio de los datos de mapas. Primero hay que reiniciar el programa.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>&quot;%1&quot; no puede ir detrás del nombre de un conjunto de datos.</translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation>La ruta %1 contiene un espacio u otro carácter que la actualización no admite. Hay que mover los datos de mapas a una carpeta con un nombre sencillo.</translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation>No hay datos de mapas preparados.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>No hay ninguna copia de seguridad a la que volver.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation>Todavía existe la copia de seguridad de una actualización anterior (%1). Primero hay que eliminarla o volver a ella.</translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation>Se está preparando otra actualización (%1). Primero hay que descartarla.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation>Falta la carpeta %1.</translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation>%1 es un enlace o un archivo; debe ser una carpeta.</translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation>En %1 hay montado otro sistema de archivos; debe ser una carpeta del sistema de archivos que lo rodea.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation>%1 ocupa el lugar de los datos de voz.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation>La carpeta %1 está protegida contra escritura.</translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation>No queda espacio en %1.</translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation>%1 falta o está dañado.</translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation>%1 falta, está dañado o no contiene regiones.</translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>No se puede escribir %1 (%2).</translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation>No se puede leer la nota %1.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation>La nota %1 está dañada o no la ha escrito este programa.</translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation>La nota %1 la ha escrito una versión posterior de este programa.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation>La nota %1 está dañada.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation>No se puede eliminar %1 (%2).</translation>
+    </message>
+</context>
+<context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
@@ -802,6 +1066,51 @@
     <message>
         <source>Choose maps</source>
         <translation>Elegir mapas</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 no indica ninguna versión de mapas utilizable.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation>No se puede escribir %1.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation>El archivo %1 del servidor está dañado o no contiene regiones.</translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation>El catálogo no indica ninguna dirección utilizable para %1.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Interrumpido.</translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation>El archivo comprimido de %1 no contiene teselas de mapa.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation>La actualización necesita hasta %1 en %2 además de los mapas en uso, pero solo hay %3 libres.</translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation>No se puede acceder a %1, o no es un servidor de mapas.</translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 no indica ninguna versión de mapas utilizable.</translation>
     </message>
 </context>
 </TS>

@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation>Valmisteltuja karttatietoja ei ole.</translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation>Aiemman päivityksen varmuuskopio on yhä tallessa.</translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation>Varmuuskopiota ei ole.</translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation>Päivitystä valmistellaan.</translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation>Varmuuskopiota ei voi poistaa.</translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation>Valmisteltuja karttatietoja ei voi poistaa.</translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation>Kesken jäänyt päivitys vietiin loppuun: uudet kartat ovat käytössä.</translation>
     </message>
@@ -132,6 +108,147 @@
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
         <translation>Karttatietojen vaihto jäi kesken, eikä sitä voi viedä loppuun.</translation>
+    </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation>Tiellä ollut kohde on nyt nimeltään %1.</translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation>Karttatietoja ladataan tai muutetaan. Yritä uudelleen, kun se on valmis.</translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation>Karttatietojen vaihtoa ei voitu viedä loppuun: %1</translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation>Karttatietoja ei voitu vaihtaa, ja ne ovat ennallaan: %1</translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation>Komentotulkki ei siirtänyt kaikkia kansioita; loput siirrettiin ilman sitä.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>&quot;%1&quot; ei voi olla karttatietojen nimen perässä.</translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Karttatietojen vaihto jäi kesken. Käynnistä ohjelma ensin uudelleen.</translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation>Palvelin ei ole vastannut %1 sekuntiin; yritys lopetettiin.</translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation>Päivitys on käynnissä.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>Varmuuskopiota, johon palata, ei ole.</translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation>Asennuksia on kesken (%1).</translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation>Sen jälkeen on asennettu alueita, joita ei ole varmuuskopiossa: %1.</translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation>Kaupunkihakemistoa ja päivityksen tilaa ei voi kirjoittaa.</translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation>Aiempi karttojen muutos jäi kesken ja on korjattava ensin.</translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation>Kansion %1 nimessä on merkkejä, joita päivityksen komennot eivät osaa käsitellä.</translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation>Luetteloa ei vielä ole.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation>Aiemman päivityksen varmuuskopio on vielä tallella.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>Päivityksen tilaa ei voi kirjoittaa.</translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation>Versiosta %1 puuttuu asennettuja alueita: %2.</translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation>Valmisteltuja karttoja ei voi kirjoittaa.</translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>%1 puuttuu.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation>%1 on tiellä, eikä sitä voi nimetä uudelleen.</translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation>%1 antaa tilan %2.</translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation>%1 on aivan liian suuri.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Keskeytetty.</translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation>%1 ei ole vastannut %2 sekuntiin.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>Kohteeseen %1 ei saada yhteyttä: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation>%1 pakataan siirron aikana, vaikka niin ei saa tehdä.</translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation>%1 muuttui lukemisen aikana.</translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation>%1 katkeaa kesken: %2.</translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation>%1 antaa vähemmän tavuja kuin ilmoittaa.</translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation>%1 antaa enemmän tavuja kuin ilmoittaa.</translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
+        <translation>%1 antaa muun osan kuin pyydettiin.</translation>
     </message>
 </context>
 <context>
@@ -235,6 +352,25 @@
     <message>
         <source>Back</source>
         <translation>Takaisin</translation>
+    </message>
+</context>
+<context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation>Kansioihin %1 ja %2 ei voi kirjoittaa.</translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation>Kaupunkihakemistoa ja tiedostoa config.cfg ei voi kopioida uusiin karttoihin.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation>Tiedostoa %1 ei voi poistaa.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>Päivityksen tilaa ei voi kirjoittaa.</translation>
     </message>
 </context>
 <context>
@@ -511,6 +647,33 @@
     </message>
 </context>
 <context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation>%1 on salattu.</translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation>%1: muisti ei riitä.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation>Tiedoston %1 sisältöä ei voi luetella: palvelin antaa vain kokonaisia tiedostoja.</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation>%1 on vioittunut tai ei ole arkisto: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation>%1 ei ilmoita tiedostojensa kokoa.</translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation>Arkistossa %1 on tiedosto, jota ei saa purkaa: &quot;%2&quot;.</translation>
+    </message>
+</context>
+<context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
@@ -564,6 +727,17 @@
     <message>
         <source>Use this server</source>
         <translation>Käytä</translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation>Kohtaan %1 on liitetty toinen tiedostojärjestelmä; sitä ei voi poistaa.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
+        <translation>Kohdetta %1 ei voi siirtää turvalliseen paikkaan.</translation>
     </message>
 </context>
 <context>
@@ -758,6 +932,96 @@
     </message>
 </context>
 <context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Karttatietojen vaihto jäi kesken. Käynnistä ohjelma ensin uudelleen.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>&quot;%1&quot; ei voi olla karttatietojen nimen perässä.</translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation>Polussa %1 on välilyönti tai muu merkki, jota päivitys ei osaa käsitellä. Siirrä karttatiedot kansioon, jolla on yksinkertainen nimi.</translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation>Valmisteltuja karttatietoja ei ole.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>Varmuuskopiota, johon palata, ei ole.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation>Aiemman päivityksen varmuuskopio on vielä tallella (%1). Poista se tai palaa siihen ensin.</translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation>Toista päivitystä valmistellaan (%1). Luovu siitä ensin.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation>Kansio %1 puuttuu.</translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation>%1 on linkki tai tiedosto; sen on oltava kansio.</translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation>Kohtaan %1 on liitetty toinen tiedostojärjestelmä; sen on oltava ympäröivän tiedostojärjestelmän kansio.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation>%1 on äänitietojen tiellä.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation>Kansio %1 on kirjoitussuojattu.</translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation>Kohteessa %1 ei ole enää tilaa.</translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation>%1 puuttuu tai on vioittunut.</translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation>%1 puuttuu, on vioittunut tai siinä ei ole alueita.</translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>Tiedostoa %1 ei voi kirjoittaa (%2).</translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation>Merkintää %1 ei voi lukea.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation>Merkintä %1 on vioittunut tai ei ole tämän ohjelman kirjoittama.</translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation>Merkintä %1 on tämän ohjelman uudemman version kirjoittama.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation>Merkintä %1 on vioittunut.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation>Kohdetta %1 ei voi poistaa (%2).</translation>
+    </message>
+</context>
+<context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
@@ -802,6 +1066,51 @@
     <message>
         <source>Choose maps</source>
         <translation>Valitse karttoja</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 ei ilmoita kelvollista karttaversiota.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation>Tiedostoa %1 ei voi kirjoittaa.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation>Palvelimen tiedosto %1 on vioittunut tai siinä ei ole alueita.</translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation>Luettelossa ei ole kelvollista osoitetta alueelle %1.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Keskeytetty.</translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation>Alueen %1 arkistossa ei ole karttaruutuja.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation>Päivitys tarvitsee käytössä olevien karttojen lisäksi enintään %1 kohteessa %2, mutta vain %3 on vapaana.</translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation>%1 ei vastaa tai ei ole karttapalvelin.</translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 ei ilmoita kelvollista karttaversiota.</translation>
     </message>
 </context>
 </TS>

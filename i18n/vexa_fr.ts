@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation>Aucune donnée de cartes n’est préparée.</translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation>Il existe une sauvegarde d’une mise à jour précédente.</translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation>Il n’y a aucune sauvegarde.</translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation>Une mise à jour est en préparation.</translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation>Impossible de supprimer la sauvegarde.</translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation>Impossible de supprimer les données de cartes préparées.</translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation>Une mise à jour interrompue a été terminée&#x202f;: les nouvelles cartes sont utilisées.</translation>
     </message>
@@ -132,6 +108,147 @@
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
         <translation>Un échange des données de cartes a été interrompu et ne peut pas être terminé.</translation>
+    </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation>Ce qui gênait s’appelle maintenant %1.</translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation>Les données de cartes sont en cours de chargement ou de modification. Réessayez ensuite.</translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation>L’échange des données de cartes n’a pas pu être terminé&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation>Les données de cartes n’ont pas pu être échangées et restent inchangées&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation>Le shell n’a pas déplacé tous les dossiers&#x202f;; le reste a été déplacé sans lui.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>&quot;%1&quot; ne peut pas suivre le nom d’un jeu de données.</translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Un échange des données de cartes a été interrompu. Redémarrez d’abord le programme.</translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation>Le serveur ne répond pas depuis %1 s&#x202f;; abandon.</translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation>Une mise à jour est en cours.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>Il n’y a aucune sauvegarde à rétablir.</translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation>Des installations sont en attente (%1).</translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation>Des régions installées depuis ne sont pas dans la sauvegarde&#xa0;: %1.</translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation>Impossible d’écrire l’index des villes et l’état de la mise à jour.</translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation>Une modification antérieure des cartes a été interrompue et doit d’abord être réparée.</translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation>Le nom du dossier %1 contient des caractères que les commandes de mise à jour n’acceptent pas.</translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation>Il n’y a pas encore de catalogue.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation>La sauvegarde d’une mise à jour antérieure existe encore.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>Impossible d’écrire l’état de la mise à jour.</translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation>Des régions installées manquent dans la version %1&#xa0;: %2.</translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation>Impossible d’écrire les cartes préparées.</translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>%1 est introuvable.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation>%1 gêne et ne peut pas être renommé.</translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation>%1 renvoie l’état %2.</translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation>%1 est bien trop volumineux.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Interrompu.</translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation>%1 ne répond pas depuis %2 s.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 est injoignable&#xa0;: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation>%1 est compressé pendant le transfert, ce qui n’est pas permis.</translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation>%1 a changé pendant la lecture.</translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation>%1 s’interrompt&#xa0;: %2.</translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation>%1 fournit moins d’octets qu’annoncé.</translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation>%1 fournit plus d’octets qu’annoncé.</translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
+        <translation>%1 fournit une autre partie que celle demandée.</translation>
     </message>
 </context>
 <context>
@@ -235,6 +352,25 @@
     <message>
         <source>Back</source>
         <translation>Retour</translation>
+    </message>
+</context>
+<context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation>Impossible d’écrire dans les dossiers %1 et %2.</translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation>Impossible de copier l’index des villes et config.cfg vers les nouvelles cartes.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation>Impossible de supprimer le fichier %1.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>Impossible d’écrire l’état de la mise à jour.</translation>
     </message>
 </context>
 <context>
@@ -511,6 +647,33 @@
     </message>
 </context>
 <context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation>%1 est chiffré.</translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation>%1&#xa0;: mémoire insuffisante.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation>Impossible de lister le contenu de %1&#xa0;: son serveur ne fournit que des fichiers entiers.</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation>%1 est endommagé ou n’est pas une archive&#xa0;: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation>%1 n’indique pas la taille de ses fichiers.</translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation>%1 contient un fichier qui ne doit pas être décompressé&#xa0;: &quot;%2&quot;.</translation>
+    </message>
+</context>
+<context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
@@ -564,6 +727,17 @@
     <message>
         <source>Use this server</source>
         <translation>Utiliser</translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation>Un autre système de fichiers est monté sur %1&#x202f;; impossible de le supprimer.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
+        <translation>Impossible de déplacer %1 en lieu sûr.</translation>
     </message>
 </context>
 <context>
@@ -758,6 +932,96 @@
     </message>
 </context>
 <context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Un échange des données de cartes a été interrompu. Redémarrez d’abord le programme.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>&quot;%1&quot; ne peut pas suivre le nom d’un jeu de données.</translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation>Le chemin %1 contient une espace ou un autre caractère que la mise à jour ne prend pas en charge. Déplacez les données de cartes dans un dossier au nom simple.</translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation>Aucune donnée de cartes n’est préparée.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>Il n’y a aucune sauvegarde à rétablir.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation>La sauvegarde d’une mise à jour antérieure existe encore (%1). Supprimez-la ou rétablissez-la d’abord.</translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation>Une autre mise à jour est en préparation (%1). Abandonnez-la d’abord.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation>Le dossier %1 est introuvable.</translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation>%1 est un lien ou un fichier&#x202f;; ce doit être un dossier.</translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation>Un autre système de fichiers est monté sur %1&#x202f;; ce doit être un dossier du système de fichiers qui l’entoure.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation>%1 occupe la place des données vocales.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation>Le dossier %1 est protégé en écriture.</translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation>Il n’y a plus d’espace libre dans %1.</translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation>%1 est introuvable ou endommagé.</translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation>%1 est introuvable, endommagé ou ne contient aucune région.</translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>Impossible d’écrire %1 (%2).</translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation>Impossible de lire la note %1.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation>La note %1 est endommagée ou n’a pas été écrite par ce programme.</translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation>La note %1 a été écrite par une version plus récente de ce programme.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation>La note %1 est endommagée.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation>Impossible de supprimer %1 (%2).</translation>
+    </message>
+</context>
+<context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
@@ -802,6 +1066,51 @@
     <message>
         <source>Choose maps</source>
         <translation>Choisir des cartes</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 n’indique aucune version de cartes utilisable.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation>Impossible d’écrire %1.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation>Le fichier %1 du serveur est endommagé ou ne contient aucune région.</translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation>Le catalogue n’indique pas d’adresse utilisable pour %1.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Interrompu.</translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation>L’archive de la région %1 ne contient aucune tuile de carte.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation>La mise à jour a besoin de %1 au plus dans %2 en plus des cartes utilisées, mais seuls %3 sont libres.</translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation>%1 est injoignable ou n’est pas un serveur de cartes.</translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 n’indique aucune version de cartes utilisable.</translation>
     </message>
 </context>
 </TS>

@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation>準備済みの地図データがありません。</translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation>以前の更新のバックアップがあります。</translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation>バックアップがありません。</translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation>更新を準備しています。</translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation>バックアップを削除できません。</translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation>準備済みの地図データを削除できません。</translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation>中断された更新を完了しました。新しい地図を使用しています。</translation>
     </message>
@@ -132,6 +108,147 @@
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
         <translation>地図データの入れ替えが中断され、完了できません。</translation>
+    </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation>妨げになっていたものは %1 という名前に変更されました。</translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation>地図データの読み込みまたは変更が行われています。終了してからもう一度お試しください。</translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation>地図データの入れ替えを完了できませんでした：%1</translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation>地図データを入れ替えられませんでした。元の状態のままです：%1</translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation>シェルが一部のフォルダーを移動しなかったため、残りは直接移動しました。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>「%1」はデータセット名の末尾に使用できません。</translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>地図データの入れ替えが中断されました。先にプログラムを再起動してください。</translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation>サーバーから%1秒間応答がないため、中止します。</translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation>更新中です。</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>復元できるバックアップがありません。</translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation>保留中のインストールがあります（%1）。</translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation>その後インストールされた地域はバックアップに含まれていません：%1。</translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation>都市索引と更新の状態を保存できません。</translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation>以前の地図の変更が中断されています。先に修復する必要があります。</translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation>フォルダー %1 の名前に、更新のコマンドで使用できない文字が含まれています。</translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation>カタログがまだありません。</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation>以前の更新のバックアップが残っています。</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>更新の状態を保存できません。</translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation>バージョン %1 には、インストール済みの次の地域がありません：%2。</translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation>準備した地図を保存できません。</translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>%1 がありません。</translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation>%1 が妨げになっていますが、名前を変更できません。</translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation>%1 がステータス %2 を返しました。</translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation>%1 は大きすぎます。</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>中断しました。</translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation>%1 から%2秒間応答がありません。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>%1 に接続できません：%2。</translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation>%1 が転送中に圧縮されています。圧縮は許可されていません。</translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation>%1 が読み取り中に変更されました。</translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation>%1 の転送が途切れました：%2。</translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation>%1 のデータが宣言されたバイト数より少ないです。</translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation>%1 のデータが宣言されたバイト数より多いです。</translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
+        <translation>%1 が要求と異なる部分を返しました。</translation>
     </message>
 </context>
 <context>
@@ -185,7 +302,7 @@
     </message>
     <message>
         <source>Installed</source>
-        <translation>インストール済み</translation>
+        <translation>導入済み</translation>
     </message>
     <message>
         <source>Transfers</source>
@@ -235,6 +352,25 @@
     <message>
         <source>Back</source>
         <translation>戻る</translation>
+    </message>
+</context>
+<context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation>フォルダー %1 と %2 に書き込めません。</translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation>都市索引と config.cfg を新しい地図にコピーできません。</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation>ファイル %1 を削除できません。</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>更新の状態を保存できません。</translation>
     </message>
 </context>
 <context>
@@ -510,6 +646,33 @@
     </message>
 </context>
 <context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation>%1 は暗号化されています。</translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation>%1：メモリが足りません。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation>%1 の内容を一覧できません。サーバーがファイル全体しか送信しません。</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation>%1 は破損しているか、アーカイブではありません：%2。</translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation>%1 にファイルのサイズが記録されていません。</translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation>%1 に展開が許可されていないファイルがあります：「%2」。</translation>
+    </message>
+</context>
+<context>
     <name>RemoveDialog</name>
     <message>
         <source>Remove %1?</source>
@@ -562,6 +725,17 @@
     <message>
         <source>Use this server</source>
         <translation>このサーバーを使用</translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation>%1 に別のファイルシステムがマウントされているため、削除できません。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
+        <translation>%1 を安全な場所に移動できません。</translation>
     </message>
 </context>
 <context>
@@ -753,6 +927,96 @@
     </message>
 </context>
 <context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>地図データの入れ替えが中断されました。先にプログラムを再起動してください。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>「%1」はデータセット名の末尾に使用できません。</translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation>パス %1 に、空白など更新で扱えない文字が含まれています。地図データを単純な名前のフォルダーに移動してください。</translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation>準備済みの地図データがありません。</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>復元できるバックアップがありません。</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation>以前の更新のバックアップが残っています（%1）。先に削除するか、復元してください。</translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation>別の更新を準備中です（%1）。先に中止してください。</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation>フォルダー %1 がありません。</translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation>%1 はリンクまたはファイルです。フォルダーである必要があります。</translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation>%1 に別のファイルシステムがマウントされています。周囲と同じファイルシステムのフォルダーである必要があります。</translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation>%1 が音声データの妨げになっています。</translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation>フォルダー %1 は書き込み禁止です。</translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation>%1 に空き容量がありません。</translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation>%1 がないか、破損しています。</translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation>%1 がないか、破損しているか、地域が含まれていません。</translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>%1 に書き込めません（%2）。</translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation>記録 %1 を読み取れません。</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation>記録 %1 は破損しているか、このプログラムが書いたものではありません。</translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation>記録 %1 はこのプログラムの新しいバージョンで書かれています。</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation>記録 %1 は破損しています。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation>%1 を削除できません（%2）。</translation>
+    </message>
+</context>
+<context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
@@ -797,6 +1061,51 @@
     <message>
         <source>Choose maps</source>
         <translation>地図を選択</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 に使用できる地図のバージョンがありません。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation>%1 に書き込めません。</translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation>サーバーの %1 は破損しているか、地域が含まれていません。</translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation>カタログに「%1」の有効なアドレスがありません。</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>中断しました。</translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation>「%1」のアーカイブに地図タイルがありません。</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation>更新には、使用中の地図のほかに %2 に最大 %1 必要ですが、空き容量は %3 しかありません。</translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation>%1 に接続できないか、地図サーバーではありません。</translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 に使用できる地図のバージョンがありません。</translation>
     </message>
 </context>
 </TS>

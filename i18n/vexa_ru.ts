@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation>Подготовленных карт нет.</translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation>Есть резервная копия прошлого обновления.</translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation>Резервной копии нет.</translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation>Готовится обновление.</translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation>Не удаётся удалить резервную копию.</translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation>Не удаётся удалить подготовленные карты.</translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation>Прерванное обновление завершено: используются новые карты.</translation>
     </message>
@@ -132,6 +108,147 @@
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
         <translation>Замена карт прервалась, и её не удаётся завершить.</translation>
+    </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation>То, что мешало, теперь называется %1.</translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation>Карты загружаются в память или изменяются. Повторите попытку позже.</translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation>Не удалось завершить замену карт: %1</translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation>Не удалось заменить карты, всё осталось как было: %1</translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation>Оболочка переместила не все папки; остальные перемещены без неё.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>«%1» не может стоять после имени набора данных.</translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Замена карт прервалась. Сначала перезапустите программу.</translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation>Сервер не отвечает %1 с; попытка прекращена.</translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation>Идёт обновление.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>Нет резервной копии, к которой можно вернуться.</translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation>Есть незавершённые установки (%1).</translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation>С тех пор установлены регионы, которых нет в резервной копии: %1.</translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation>Не удаётся записать указатель городов и состояние обновления.</translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation>Прошлое изменение карт прервалось; сначала его нужно исправить.</translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation>В имени папки %1 есть символы, недопустимые в командах обновления.</translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation>Каталога пока нет.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation>Ещё не удалена резервная копия прошлого обновления.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>Не удаётся записать состояние обновления.</translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation>В версии %1 нет установленных регионов: %2.</translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation>Не удаётся записать подготовленные карты.</translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>Отсутствует %1.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation>Мешает %1, переименовать не удаётся.</translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation>Ответ %1: код состояния %2.</translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation>Файл %1 слишком велик.</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Прервано.</translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation>%1 не отвечает %2 с.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>Нет связи с %1: %2.</translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation>%1 сжимается при передаче, хотя не должен.</translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation>Файл %1 изменился во время чтения.</translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation>Передача %1 оборвалась: %2.</translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation>%1 передаёт меньше байтов, чем заявлено.</translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation>%1 передаёт больше байтов, чем заявлено.</translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
+        <translation>%1 передаёт не ту часть, что запрошена.</translation>
     </message>
 </context>
 <context>
@@ -235,6 +352,25 @@
     <message>
         <source>Back</source>
         <translation>Назад</translation>
+    </message>
+</context>
+<context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation>Не удаётся записать в папки %1 и %2.</translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation>Не удаётся скопировать указатель городов и config.cfg к новым картам.</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation>Не удаётся удалить файл %1.</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>Не удаётся записать состояние обновления.</translation>
     </message>
 </context>
 <context>
@@ -500,7 +636,7 @@
     </message>
     <message>
         <source>All of %1</source>
-        <translation>%1 целиком</translation>
+        <translation>Всё: %1</translation>
     </message>
     <message>
         <source>Details</source>
@@ -509,6 +645,33 @@
     <message>
         <source>Install</source>
         <translation>Установить</translation>
+    </message>
+</context>
+<context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation>Файл %1 зашифрован.</translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation>%1: не хватает памяти.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation>Не удаётся просмотреть %1: сервер отдаёт файлы только целиком.</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation>Файл %1 повреждён или не является архивом: %2.</translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation>В %1 не указаны размеры файлов.</translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation>В %1 есть файл, который нельзя распаковывать: «%2».</translation>
     </message>
 </context>
 <context>
@@ -566,6 +729,17 @@
     <message>
         <source>Use this server</source>
         <translation>Использовать</translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation>В %1 подключена другая файловая система; удалить папку нельзя.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
+        <translation>Не удаётся переместить %1 в безопасное место.</translation>
     </message>
 </context>
 <context>
@@ -763,6 +937,96 @@
     </message>
 </context>
 <context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>Замена карт прервалась. Сначала перезапустите программу.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>«%1» не может стоять после имени набора данных.</translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation>В пути %1 есть пробел или другой символ, недопустимый при обновлении. Переместите карты в папку с простым именем.</translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation>Подготовленных карт нет.</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>Нет резервной копии, к которой можно вернуться.</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation>Ещё не удалена резервная копия прошлого обновления (%1). Сначала удалите её или вернитесь к ней.</translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation>Готовится другое обновление (%1). Сначала откажитесь от него.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation>Папка %1 отсутствует.</translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation>%1 — ссылка или файл, а должна быть папка.</translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation>В %1 подключена другая файловая система; это должна быть папка окружающей файловой системы.</translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation>%1 мешает голосовым данным.</translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation>Папка %1 защищена от записи.</translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation>В %1 не осталось места.</translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation>Файл %1 отсутствует или повреждён.</translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation>Файл %1 отсутствует, повреждён или не содержит регионов.</translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>Не удаётся записать %1 (%2).</translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation>Не удаётся прочитать запись %1.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation>Запись %1 повреждена или сделана не этой программой.</translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation>Запись %1 сделана более новой версией этой программы.</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation>Запись %1 повреждена.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation>Не удаётся удалить %1 (%2).</translation>
+    </message>
+</context>
+<context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
@@ -807,6 +1071,51 @@
     <message>
         <source>Choose maps</source>
         <translation>Выбрать карты</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>На %1 не указана пригодная версия карт.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation>Не удаётся записать %1.</translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation>Файл %1 на сервере повреждён или не содержит регионов.</translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation>В каталоге нет пригодного адреса для «%1».</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>Прервано.</translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation>В архиве региона «%1» нет фрагментов карты.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation>Для обновления в %2 нужно до %1 сверх используемых карт, а свободно только %3.</translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation>Нет связи с %1, или это не сервер карт.</translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>На %1 не указана пригодная версия карт.</translation>
     </message>
 </context>
 </TS>

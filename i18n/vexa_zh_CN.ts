@@ -82,30 +82,6 @@
 <context>
     <name>DataSetSwap</name>
     <message>
-        <source>There is no prepared map data.</source>
-        <translation>没有准备好的地图数据。</translation>
-    </message>
-    <message>
-        <source>There is a backup of an earlier update.</source>
-        <translation>存在上次更新的备份。</translation>
-    </message>
-    <message>
-        <source>There is no backup.</source>
-        <translation>没有备份。</translation>
-    </message>
-    <message>
-        <source>An update is being prepared.</source>
-        <translation>正在准备更新。</translation>
-    </message>
-    <message>
-        <source>The backup cannot be removed.</source>
-        <translation>无法删除备份。</translation>
-    </message>
-    <message>
-        <source>The prepared map data cannot be removed.</source>
-        <translation>无法删除准备好的地图数据。</translation>
-    </message>
-    <message>
         <source>An update that was cut short was finished: the new maps are in use.</source>
         <translation>中断的更新已完成：正在使用新地图。</translation>
     </message>
@@ -132,6 +108,147 @@
     <message>
         <source>An exchange of the map data was cut short and cannot be brought to an end.</source>
         <translation>地图数据的替换被中断，且无法完成。</translation>
+    </message>
+    <message>
+        <source>What was in the way is now called %1.</source>
+        <translation>占用位置的内容现已改名为 %1。</translation>
+    </message>
+    <message>
+        <source>The map data is being loaded or changed. Try again when that is done.</source>
+        <translation>地图数据正在载入或更改。请等完成后再试。</translation>
+    </message>
+    <message>
+        <source>The exchange of the map data could not be brought to an end: %1</source>
+        <translation>无法完成地图数据的替换：%1</translation>
+    </message>
+    <message>
+        <source>The map data could not be exchanged, and is as it was before: %1</source>
+        <translation>无法替换地图数据，数据保持原样：%1</translation>
+    </message>
+    <message>
+        <source>The shell did not move every folder; the rest was moved without it.</source>
+        <translation>Shell 未能移动所有文件夹；其余的已直接移动。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>“%1”不能用作数据集名称的后缀。</translation>
+    </message>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>地图数据的替换被中断。请先重新启动程序。</translation>
+    </message>
+</context>
+<context>
+    <name>DataSetUpdate</name>
+    <message>
+        <source>The server has been silent for %1 s; giving up.</source>
+        <translation>服务器已有 %1 秒没有响应；已放弃。</translation>
+    </message>
+    <message>
+        <source>An update is under way.</source>
+        <translation>正在更新。</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>没有可恢复的备份。</translation>
+    </message>
+    <message>
+        <source>Installs are pending (%1).</source>
+        <translation>有待完成的安装（%1）。</translation>
+    </message>
+    <message>
+        <source>Regions were installed since and are not in the backup: %1.</source>
+        <translation>之后安装的区域不在备份中：%1。</translation>
+    </message>
+    <message>
+        <source>The city index and the state of the update cannot be written.</source>
+        <translation>无法写入城市索引和更新状态。</translation>
+    </message>
+    <message>
+        <source>An earlier change of the maps was cut short and has to be repaired first.</source>
+        <translation>之前对地图的更改被中断，必须先修复。</translation>
+    </message>
+    <message>
+        <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
+        <translation>文件夹 %1 的名称含有更新命令无法处理的字符。</translation>
+    </message>
+    <message>
+        <source>There is no catalogue yet.</source>
+        <translation>尚无目录。</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there.</source>
+        <translation>上次更新的备份仍然存在。</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>无法写入更新状态。</translation>
+    </message>
+    <message>
+        <source>Version %1 lacks installed regions: %2.</source>
+        <translation>版本 %1 缺少以下已安装的区域：%2。</translation>
+    </message>
+    <message>
+        <source>The prepared maps cannot be written.</source>
+        <translation>无法写入准备好的地图。</translation>
+    </message>
+</context>
+<context>
+    <name>FolderExchange</name>
+    <message>
+        <source>%1 is missing.</source>
+        <translation>缺少 %1。</translation>
+    </message>
+    <message>
+        <source>%1 is in the way and cannot be renamed.</source>
+        <translation>%1 占用了位置，且无法重命名。</translation>
+    </message>
+</context>
+<context>
+    <name>HttpFile</name>
+    <message>
+        <source>%1 gives status %2.</source>
+        <translation>%1 返回状态 %2。</translation>
+    </message>
+    <message>
+        <source>%1 is far too large.</source>
+        <translation>%1 过大。</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>已中断。</translation>
+    </message>
+    <message>
+        <source>%1 has been silent for %2 s.</source>
+        <translation>%1 已有 %2 秒没有响应。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be reached: %2.</source>
+        <translation>无法连接到 %1：%2。</translation>
+    </message>
+    <message>
+        <source>%1 is compressed on the way, though it must not.</source>
+        <translation>%1 在传输中被压缩，但不应如此。</translation>
+    </message>
+    <message>
+        <source>%1 has changed while it was read.</source>
+        <translation>%1 在读取过程中发生了变化。</translation>
+    </message>
+    <message>
+        <source>%1 breaks off: %2.</source>
+        <translation>%1 传输中断：%2。</translation>
+    </message>
+    <message>
+        <source>%1 gives fewer bytes than it says.</source>
+        <translation>%1 返回的字节数少于其声明的数量。</translation>
+    </message>
+    <message>
+        <source>%1 gives more bytes than it says.</source>
+        <translation>%1 返回的字节数多于其声明的数量。</translation>
+    </message>
+    <message>
+        <source>%1 gives another part than was asked for.</source>
+        <translation>%1 返回的部分与请求的不符。</translation>
     </message>
 </context>
 <context>
@@ -235,6 +352,25 @@
     <message>
         <source>Back</source>
         <translation>返回</translation>
+    </message>
+</context>
+<context>
+    <name>PreparedSet</name>
+    <message>
+        <source>The folders %1 and %2 cannot be written.</source>
+        <translation>无法写入文件夹 %1 和 %2。</translation>
+    </message>
+    <message>
+        <source>The city index and config.cfg cannot be copied to the new maps.</source>
+        <translation>无法将城市索引和 config.cfg 复制到新地图。</translation>
+    </message>
+    <message>
+        <source>The file %1 cannot be removed.</source>
+        <translation>无法删除文件 %1。</translation>
+    </message>
+    <message>
+        <source>The state of the update cannot be written.</source>
+        <translation>无法写入更新状态。</translation>
     </message>
 </context>
 <context>
@@ -498,7 +634,7 @@
     </message>
     <message>
         <source>All of %1</source>
-        <translation>整个%1</translation>
+        <translation>%1（全部）</translation>
     </message>
     <message>
         <source>Details</source>
@@ -507,6 +643,33 @@
     <message>
         <source>Install</source>
         <translation>安装</translation>
+    </message>
+</context>
+<context>
+    <name>RemoteArchive</name>
+    <message>
+        <source>%1 is encrypted.</source>
+        <translation>%1 已加密。</translation>
+    </message>
+    <message>
+        <source>%1: out of memory.</source>
+        <translation>%1：内存不足。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listed: its server gives only whole files.</source>
+        <translation>无法列出 %1 的内容：服务器只提供完整文件。</translation>
+    </message>
+    <message>
+        <source>%1 is damaged or no archive: %2.</source>
+        <translation>%1 已损坏或不是压缩包：%2。</translation>
+    </message>
+    <message>
+        <source>%1 does not tell how large its files are.</source>
+        <translation>%1 未说明其中文件的大小。</translation>
+    </message>
+    <message>
+        <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
+        <translation>%1 含有不允许解压的文件：“%2”。</translation>
     </message>
 </context>
 <context>
@@ -562,6 +725,17 @@
     <message>
         <source>Use this server</source>
         <translation>使用此服务器</translation>
+    </message>
+</context>
+<context>
+    <name>SetRemoval</name>
+    <message>
+        <source>Another file system is mounted at %1; it cannot be removed.</source>
+        <translation>%1 处挂载了另一个文件系统，无法删除。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be moved to a safe place.</source>
+        <translation>无法将 %1 移到安全位置。</translation>
     </message>
 </context>
 <context>
@@ -753,6 +927,96 @@
     </message>
 </context>
 <context>
+    <name>SwapCheck</name>
+    <message>
+        <source>An exchange of the map data was cut short. Start the program again first.</source>
+        <translation>地图数据的替换被中断。请先重新启动程序。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
+        <translation>“%1”不能用作数据集名称的后缀。</translation>
+    </message>
+    <message>
+        <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
+        <translation>路径 %1 含有空格或更新无法处理的其他字符。请将地图数据移到名称简单的文件夹。</translation>
+    </message>
+    <message>
+        <source>There is no prepared map data.</source>
+        <translation>没有准备好的地图数据。</translation>
+    </message>
+    <message>
+        <source>There is no backup to go back to.</source>
+        <translation>没有可恢复的备份。</translation>
+    </message>
+    <message>
+        <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
+        <translation>上次更新的备份仍然存在（%1）。请先将其删除或恢复。</translation>
+    </message>
+    <message>
+        <source>Another update is being prepared (%1). Give it up first.</source>
+        <translation>正在准备另一个更新（%1）。请先放弃它。</translation>
+    </message>
+    <message>
+        <source>The folder %1 is missing.</source>
+        <translation>缺少文件夹 %1。</translation>
+    </message>
+    <message>
+        <source>%1 is a link or a file; it must be a folder.</source>
+        <translation>%1 是链接或文件；它必须是文件夹。</translation>
+    </message>
+    <message>
+        <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
+        <translation>%1 处挂载了另一个文件系统；它必须是所在文件系统中的文件夹。</translation>
+    </message>
+    <message>
+        <source>%1 is in the way of the voice data.</source>
+        <translation>%1 占用了语音数据的位置。</translation>
+    </message>
+    <message>
+        <source>The folder %1 is write-protected.</source>
+        <translation>文件夹 %1 受写保护。</translation>
+    </message>
+    <message>
+        <source>There is no space left at %1.</source>
+        <translation>%1 没有剩余空间。</translation>
+    </message>
+    <message>
+        <source>%1 is missing or damaged.</source>
+        <translation>%1 缺失或已损坏。</translation>
+    </message>
+    <message>
+        <source>%1 is missing, damaged, or lists no regions.</source>
+        <translation>%1 缺失、已损坏或不含任何区域。</translation>
+    </message>
+</context>
+<context>
+    <name>SwapJournal</name>
+    <message>
+        <source>%1 cannot be written (%2).</source>
+        <translation>无法写入 %1（%2）。</translation>
+    </message>
+    <message>
+        <source>The note %1 cannot be read.</source>
+        <translation>无法读取记录 %1。</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged or was not written by this program.</source>
+        <translation>记录 %1 已损坏或不是由本程序写入。</translation>
+    </message>
+    <message>
+        <source>The note %1 was written by a later version of this program.</source>
+        <translation>记录 %1 由本程序的更新版本写入。</translation>
+    </message>
+    <message>
+        <source>The note %1 is damaged.</source>
+        <translation>记录 %1 已损坏。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed (%2).</source>
+        <translation>无法删除 %1（%2）。</translation>
+    </message>
+</context>
+<context>
     <name>TransfersPage</name>
     <message>
         <source>There is no network. Downloads go on as soon as there is one.</source>
@@ -797,6 +1061,51 @@
     <message>
         <source>Choose maps</source>
         <translation>选择地图</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateInspection</name>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 未提供可用的地图版本。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written.</source>
+        <translation>无法写入 %1。</translation>
+    </message>
+    <message>
+        <source>The server&apos;s %1 is damaged or lists no regions.</source>
+        <translation>服务器上的 %1 已损坏或不含任何区域。</translation>
+    </message>
+    <message>
+        <source>The catalogue gives no usable address for %1.</source>
+        <translation>目录中没有“%1”的可用地址。</translation>
+    </message>
+    <message>
+        <source>Interrupted.</source>
+        <translation>已中断。</translation>
+    </message>
+    <message>
+        <source>The archive of %1 holds no map tiles.</source>
+        <translation>“%1”的压缩包中没有地图图块。</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateSpace</name>
+    <message>
+        <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
+        <translation>除正在使用的地图外，更新最多还需要在 %2 中占用 %1，但可用空间只有 %3。</translation>
+    </message>
+</context>
+<context>
+    <name>VersionProbe</name>
+    <message>
+        <source>%1 cannot be reached, or it is no map server.</source>
+        <translation>无法连接到 %1，或者它不是地图服务器。</translation>
+    </message>
+    <message>
+        <source>%1 names no usable map version.</source>
+        <translation>%1 未提供可用的地图版本。</translation>
     </message>
 </context>
 </TS>

@@ -31,13 +31,21 @@ def messages(root):
                    message.findtext("comment", "")), message
 
 
+def placeholders(text, plain=()):
+    """How often each stands in a text. "%L1", in the language's own digits, may stand for a plain
+    "%1"."""
+    names = PLACEHOLDER.findall(text)
+    return collections.Counter(digits if (digits := name.replace("L", "")) in plain else name
+                               for name in names)
+
+
 def text_faults(source, text, plural=False):
     """What is wrong with one text. A plural form may name its number in words: "one file"."""
     if not text.strip():
         return ["empty"]
     faults = []
-    expected = collections.Counter(PLACEHOLDER.findall(source))
-    found = collections.Counter(PLACEHOLDER.findall(text))
+    expected = placeholders(source)
+    found = placeholders(text, expected)
     if plural and "%n" not in found:
         expected.pop("%n", None)
     if found != expected:
@@ -116,6 +124,11 @@ class FaultsTest(unittest.TestCase):
         self.assertEqual(self.text("%1 of %2", "Von %2: %1"), [])
         self.assertEqual(self.forms("eine von %1", "%n von %1"), [])
         self.assertEqual(self.text("Size:", "大小：", "zh_CN"), [])
+
+    def test_take_numbers_in_the_digits_of_the_language(self):
+        self.assertEqual(self.text("%1 of %2", "%L1 من %L2", "ar"), [])
+        self.assertEqual(self.forms("%n (%1)", *["%Ln (%1)"] * 5, language="ar"), [])
+        self.assertEqual(self.text("%1 of %2", "%L1 من %L1", "ar"), ["placeholders"])
 
     def test_find_texts_that_are_not_done(self):
         self.assertEqual(self.text("Back", ""), ["empty"])

@@ -16,8 +16,9 @@ if(VEXA_XVFB_RUN)
         "QT_QPA_PLATFORM=set:xcb;QT_QUICK_BACKEND=set:software")
 endif()
 
-# Every page in both shapes and colours; then once from right to left.
-foreach(language IN ITEMS en_GB ar_EG)
+# Every page in both shapes and colours, in each language: their texts differ in length, and Arabic
+# goes from right to left.
+foreach(language IN ITEMS en_GB de_DE fi_FI fr_FR es_ES ru_RU ja_JP zh_CN ar_EG)
     add_test(NAME ui/self_test_${language}
         COMMAND vexa-maps-ui --self-test --locale ${language})
     set_tests_properties(ui/self_test_${language} PROPERTIES

@@ -29,10 +29,18 @@ Button {
 
     contentItem: Item {
         readonly property real iconWidth: control.iconName === "" ? 0 : 20 + row.spacing
+        readonly property real wordsWidth: Math.ceil(words.advanceWidth) + 1
 
-        implicitWidth: iconWidth + Math.ceil(label.implicitWidth)
+        implicitWidth: iconWidth + wordsWidth
         implicitHeight: label.implicitHeight
 
+        // A text that may wrap has another implicitWidth after it is laid out than before.
+        TextMetrics {
+            id: words
+
+            text: control.text
+            font: control.font
+        }
         Row {
             id: row
 
@@ -54,7 +62,7 @@ Button {
                 color: control.letters
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
-                width: Math.min(Math.ceil(implicitWidth),
+                width: Math.min(control.contentItem.wordsWidth,
                                 control.availableWidth - control.contentItem.iconWidth)
             }
         }
