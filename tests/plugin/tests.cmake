@@ -15,10 +15,6 @@ target_link_libraries(qmlloader PRIVATE ${VEXA_QT}::Qml)
 add_dependencies(tst_qmlmodule qmlloader)
 target_compile_definitions(tst_qmlmodule PRIVATE VEXA_QML_LOADER="$<TARGET_FILE:qmlloader>")
 
-# Each Qt has its own, not on the PATH.
-get_target_property(qmake ${VEXA_QT}::qmake IMPORTED_LOCATION)
-execute_process(COMMAND "${qmake}" -query QT_INSTALL_BINS
-    OUTPUT_VARIABLE qt_tools OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 find_program(VEXA_LRELEASE lrelease HINTS "${qt_tools}" NO_DEFAULT_PATH REQUIRED)
 mark_as_advanced(VEXA_LRELEASE)
 target_compile_definitions(tst_translations PRIVATE VEXA_LRELEASE="${VEXA_LRELEASE}")

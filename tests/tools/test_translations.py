@@ -2,7 +2,11 @@
 """The app's texts in all its languages: nothing left out, and nothing that shows as broken."""
 
 import collections
+import os
 import re
+import shutil
+import subprocess
+import tempfile
 import unittest
 import xml.etree.ElementTree as ElementTree
 from pathlib import Path
@@ -102,6 +106,22 @@ class TranslationsTest(unittest.TestCase):
         for name in keys:
             with self.subTest(name):
                 self.assertEqual(keys[name], english)
+
+    def test_have_the_texts_of_the_sources_and_no_others(self):
+        english = PROJECT / "i18n/vexa_en.ts"
+        with tempfile.TemporaryDirectory() as folder:
+            fresh = shutil.copy(english, folder)
+            update = subprocess.run(
+                [os.environ["VEXA_LUPDATE"], "-silent", "-no-obsolete", "-locations", "none",
+                 "-I", PROJECT, PROJECT / "host/ui", PROJECT / "host/shared", "-ts", fresh],
+                stderr=subprocess.PIPE, text=True, check=True)
+            expected = [key for key, _ in messages(ElementTree.parse(fresh).getroot())]
+
+        # Where it warns, it has left texts out.
+        self.assertEqual(update.stderr, "")
+        known = [key for key, _ in messages(ElementTree.parse(english).getroot())]
+        self.assertEqual(sorted(known), sorted(expected),
+                         "build the target update_translations, then translate")
 
 
 class FaultsTest(unittest.TestCase):

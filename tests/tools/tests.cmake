@@ -19,3 +19,7 @@ endfunction()
 foreach(name IN ITEMS tiles names packages regions content serve translations)
     vexa_add_python_test(tools/${name})
 endforeach()
+
+find_program(VEXA_LUPDATE lupdate HINTS "${qt_tools}" NO_DEFAULT_PATH REQUIRED)
+mark_as_advanced(VEXA_LUPDATE)
+set_property(TEST tools/translations APPEND PROPERTY ENVIRONMENT "VEXA_LUPDATE=${VEXA_LUPDATE}")
