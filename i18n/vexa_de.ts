@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
-        <translation>&quot;%1&quot; kann nicht hinter dem Namen eines Datensatzes stehen.</translation>
+        <translation>&quot;%1&quot; kann nicht an den Namen eines Datensatzes angehängt werden.</translation>
     </message>
     <message>
         <source>An exchange of the map data was cut short. Start the program again first.</source>
@@ -142,7 +142,7 @@
     <name>DataSetUpdate</name>
     <message>
         <source>The server has been silent for %1 s; giving up.</source>
-        <translation>Der Server antwortet seit %1 s nicht; abgebrochen.</translation>
+        <translation>Der Server antwortet seit %1&#xa0;s nicht; Abbruch.</translation>
     </message>
     <message>
         <source>An update is under way.</source>
@@ -150,7 +150,7 @@
     </message>
     <message>
         <source>There is no backup to go back to.</source>
-        <translation>Es gibt keine Sicherung, zu der man zurückkehren könnte.</translation>
+        <translation>Es ist keine Sicherung vorhanden, zu der zurückgekehrt werden kann.</translation>
     </message>
     <message>
         <source>Installs are pending (%1).</source>
@@ -158,11 +158,11 @@
     </message>
     <message>
         <source>Regions were installed since and are not in the backup: %1.</source>
-        <translation>Seitdem wurden Regionen installiert, die nicht in der Sicherung sind: %1.</translation>
+        <translation>Seither wurden Regionen installiert, die nicht in der Sicherung sind: %1.</translation>
     </message>
     <message>
         <source>The city index and the state of the update cannot be written.</source>
-        <translation>Das Städteverzeichnis und der Stand der Aktualisierung können nicht geschrieben werden.</translation>
+        <translation>Städteverzeichnis und Stand der Aktualisierung können nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>An earlier change of the maps was cut short and has to be repaired first.</source>
@@ -174,7 +174,7 @@
     </message>
     <message>
         <source>There is no catalogue yet.</source>
-        <translation>Es gibt noch keinen Katalog.</translation>
+        <translation>Es ist noch kein Katalog vorhanden.</translation>
     </message>
     <message>
         <source>The backup of an earlier update is still there.</source>
@@ -208,7 +208,7 @@
     <name>HttpFile</name>
     <message>
         <source>%1 gives status %2.</source>
-        <translation>%1 antwortet mit Status %2.</translation>
+        <translation>%1 meldet den Status %2.</translation>
     </message>
     <message>
         <source>%1 is far too large.</source>
@@ -220,7 +220,7 @@
     </message>
     <message>
         <source>%1 has been silent for %2 s.</source>
-        <translation>%1 antwortet seit %2 s nicht.</translation>
+        <translation>%1 antwortet seit %2&#xa0;s nicht.</translation>
     </message>
     <message>
         <source>%1 cannot be reached: %2.</source>
@@ -228,7 +228,7 @@
     </message>
     <message>
         <source>%1 is compressed on the way, though it must not.</source>
-        <translation>%1 wird unterwegs komprimiert, obwohl das nicht sein darf.</translation>
+        <translation>%1 wird bei der Übertragung unzulässig komprimiert.</translation>
     </message>
     <message>
         <source>%1 has changed while it was read.</source>
@@ -358,11 +358,11 @@
     <name>PreparedSet</name>
     <message>
         <source>The folders %1 and %2 cannot be written.</source>
-        <translation>Die Ordner %1 und %2 können nicht beschrieben werden.</translation>
+        <translation>In die Ordner %1 und %2 kann nicht geschrieben werden.</translation>
     </message>
     <message>
         <source>The city index and config.cfg cannot be copied to the new maps.</source>
-        <translation>Das Städteverzeichnis und config.cfg können nicht zu den neuen Karten kopiert werden.</translation>
+        <translation>Städteverzeichnis und config.cfg können nicht zu den neuen Karten kopiert werden.</translation>
     </message>
     <message>
         <source>The file %1 cannot be removed.</source>
@@ -654,11 +654,11 @@
     </message>
     <message>
         <source>%1: out of memory.</source>
-        <translation>%1: Der Speicher reicht nicht aus.</translation>
+        <translation>%1: nicht genügend Arbeitsspeicher.</translation>
     </message>
     <message>
         <source>%1 cannot be listed: its server gives only whole files.</source>
-        <translation>Der Inhalt von %1 kann nicht aufgelistet werden: Der Server liefert nur ganze Dateien.</translation>
+        <translation>Der Inhalt von %1 kann nicht gelesen werden: Der Server liefert nur ganze Dateien.</translation>
     </message>
     <message>
         <source>%1 is damaged or no archive: %2.</source>
@@ -939,7 +939,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
-        <translation>&quot;%1&quot; kann nicht hinter dem Namen eines Datensatzes stehen.</translation>
+        <translation>&quot;%1&quot; kann nicht an den Namen eines Datensatzes angehängt werden.</translation>
     </message>
     <message>
         <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
@@ -951,7 +951,7 @@
     </message>
     <message>
         <source>There is no backup to go back to.</source>
-        <translation>Es gibt keine Sicherung, zu der man zurückkehren könnte.</translation>
+        <translation>Es ist keine Sicherung vorhanden, zu der zurückgekehrt werden kann.</translation>
     </message>
     <message>
         <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
@@ -959,7 +959,7 @@
     </message>
     <message>
         <source>Another update is being prepared (%1). Give it up first.</source>
-        <translation>Eine andere Aktualisierung wird vorbereitet (%1). Bitte diese zuerst aufgeben.</translation>
+        <translation>Es wird bereits eine andere Aktualisierung vorbereitet (%1). Bitte zuerst diese verwerfen.</translation>
     </message>
     <message>
         <source>The folder %1 is missing.</source>
@@ -967,7 +967,7 @@
     </message>
     <message>
         <source>%1 is a link or a file; it must be a folder.</source>
-        <translation>%1 ist ein Verweis oder eine Datei; es muss ein Ordner sein.</translation>
+        <translation>%1 ist ein Link oder eine Datei; es muss ein Ordner sein.</translation>
     </message>
     <message>
         <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
@@ -1099,7 +1099,7 @@
     <name>UpdateSpace</name>
     <message>
         <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
-        <translation>Die Aktualisierung braucht unter %2 bis zu %1 neben den benutzten Karten, aber nur %3 sind frei.</translation>
+        <translation>Die Aktualisierung braucht unter %2 bis zu %1 zusätzlich zu den benutzten Karten, es sind aber nur %3 frei.</translation>
     </message>
 </context>
 <context>

@@ -123,11 +123,11 @@
     </message>
     <message>
         <source>The map data could not be exchanged, and is as it was before: %1</source>
-        <translation>No se han podido cambiar los datos de mapas; siguen como estaban: %1</translation>
+        <translation>No se han podido cambiar los datos de mapas y siguen como antes: %1</translation>
     </message>
     <message>
         <source>The shell did not move every folder; the rest was moved without it.</source>
-        <translation>El intérprete de órdenes no ha movido todas las carpetas; el resto se ha movido sin él.</translation>
+        <translation>El intérprete de órdenes no movió todas las carpetas; las demás se movieron sin él.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
@@ -142,7 +142,7 @@
     <name>DataSetUpdate</name>
     <message>
         <source>The server has been silent for %1 s; giving up.</source>
-        <translation>El servidor no responde desde hace %1 s; se abandona.</translation>
+        <translation>El servidor no responde desde hace %1&#xa0;s; se abandona.</translation>
     </message>
     <message>
         <source>An update is under way.</source>
@@ -170,7 +170,7 @@
     </message>
     <message>
         <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
-        <translation>El nombre de la carpeta %1 contiene caracteres que las órdenes de actualización no admiten.</translation>
+        <translation>El nombre de la carpeta %1 tiene caracteres que las órdenes de una actualización no admiten.</translation>
     </message>
     <message>
         <source>There is no catalogue yet.</source>
@@ -220,7 +220,7 @@
     </message>
     <message>
         <source>%1 has been silent for %2 s.</source>
-        <translation>%1 no responde desde hace %2 s.</translation>
+        <translation>%1 no responde desde hace %2&#xa0;s.</translation>
     </message>
     <message>
         <source>%1 cannot be reached: %2.</source>
@@ -228,7 +228,7 @@
     </message>
     <message>
         <source>%1 is compressed on the way, though it must not.</source>
-        <translation>%1 se comprime durante la transferencia, y no debe.</translation>
+        <translation>%1 se comprime durante la transferencia, lo que no está permitido.</translation>
     </message>
     <message>
         <source>%1 has changed while it was read.</source>
@@ -248,7 +248,7 @@
     </message>
     <message>
         <source>%1 gives another part than was asked for.</source>
-        <translation>%1 entrega una parte distinta de la pedida.</translation>
+        <translation>%1 entrega una parte distinta de la solicitada.</translation>
     </message>
 </context>
 <context>
@@ -733,7 +733,7 @@
     <name>SetRemoval</name>
     <message>
         <source>Another file system is mounted at %1; it cannot be removed.</source>
-        <translation>En %1 hay montado otro sistema de archivos; no se puede eliminar.</translation>
+        <translation>Hay otro sistema de archivos montado en %1; no se puede eliminar.</translation>
     </message>
     <message>
         <source>%1 cannot be moved to a safe place.</source>
@@ -943,7 +943,7 @@
     </message>
     <message>
         <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
-        <translation>La ruta %1 contiene un espacio u otro carácter que la actualización no admite. Hay que mover los datos de mapas a una carpeta con un nombre sencillo.</translation>
+        <translation>La ruta %1 tiene un espacio u otro carácter que la actualización no admite. Hay que mover los datos de mapas a una carpeta con un nombre sencillo.</translation>
     </message>
     <message>
         <source>There is no prepared map data.</source>
@@ -971,7 +971,7 @@
     </message>
     <message>
         <source>Another file system is mounted at %1; it must be a folder of the file system around it.</source>
-        <translation>En %1 hay montado otro sistema de archivos; debe ser una carpeta del sistema de archivos que lo rodea.</translation>
+        <translation>Hay otro sistema de archivos montado en %1; debe ser una carpeta del sistema de archivos que lo rodea.</translation>
     </message>
     <message>
         <source>%1 is in the way of the voice data.</source>

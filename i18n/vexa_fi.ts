@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
-        <translation>&quot;%1&quot; ei voi olla karttatietojen nimen perässä.</translation>
+        <translation>&quot;%1&quot; ei kelpaa tietojoukon nimen päätteeksi.</translation>
     </message>
     <message>
         <source>An exchange of the map data was cut short. Start the program again first.</source>
@@ -142,7 +142,7 @@
     <name>DataSetUpdate</name>
     <message>
         <source>The server has been silent for %1 s; giving up.</source>
-        <translation>Palvelin ei ole vastannut %1 sekuntiin; yritys lopetettiin.</translation>
+        <translation>Palvelin ei ole vastannut %1&#xa0;sekuntiin; yritys lopetetaan.</translation>
     </message>
     <message>
         <source>An update is under way.</source>
@@ -150,11 +150,11 @@
     </message>
     <message>
         <source>There is no backup to go back to.</source>
-        <translation>Varmuuskopiota, johon palata, ei ole.</translation>
+        <translation>Varmuuskopiota, johon voisi palata, ei ole.</translation>
     </message>
     <message>
         <source>Installs are pending (%1).</source>
-        <translation>Asennuksia on kesken (%1).</translation>
+        <translation>Asennuksia on odottamassa (%1).</translation>
     </message>
     <message>
         <source>Regions were installed since and are not in the backup: %1.</source>
@@ -166,7 +166,7 @@
     </message>
     <message>
         <source>An earlier change of the maps was cut short and has to be repaired first.</source>
-        <translation>Aiempi karttojen muutos jäi kesken ja on korjattava ensin.</translation>
+        <translation>Karttojen aiempi muutos jäi kesken ja on ensin korjattava.</translation>
     </message>
     <message>
         <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
@@ -178,7 +178,7 @@
     </message>
     <message>
         <source>The backup of an earlier update is still there.</source>
-        <translation>Aiemman päivityksen varmuuskopio on vielä tallella.</translation>
+        <translation>Aiemman päivityksen varmuuskopio on yhä tallessa.</translation>
     </message>
     <message>
         <source>The state of the update cannot be written.</source>
@@ -208,7 +208,7 @@
     <name>HttpFile</name>
     <message>
         <source>%1 gives status %2.</source>
-        <translation>%1 antaa tilan %2.</translation>
+        <translation>%1 antaa tilakoodin %2.</translation>
     </message>
     <message>
         <source>%1 is far too large.</source>
@@ -220,7 +220,7 @@
     </message>
     <message>
         <source>%1 has been silent for %2 s.</source>
-        <translation>%1 ei ole vastannut %2 sekuntiin.</translation>
+        <translation>%1 ei ole vastannut %2&#xa0;sekuntiin.</translation>
     </message>
     <message>
         <source>%1 cannot be reached: %2.</source>
@@ -228,11 +228,11 @@
     </message>
     <message>
         <source>%1 is compressed on the way, though it must not.</source>
-        <translation>%1 pakataan siirron aikana, vaikka niin ei saa tehdä.</translation>
+        <translation>%1 pakataan siirron aikana, vaikka se ei ole sallittua.</translation>
     </message>
     <message>
         <source>%1 has changed while it was read.</source>
-        <translation>%1 muuttui lukemisen aikana.</translation>
+        <translation>%1 on muuttunut lukemisen aikana.</translation>
     </message>
     <message>
         <source>%1 breaks off: %2.</source>
@@ -248,7 +248,7 @@
     </message>
     <message>
         <source>%1 gives another part than was asked for.</source>
-        <translation>%1 antaa muun osan kuin pyydettiin.</translation>
+        <translation>%1 antaa eri osan kuin pyydettiin.</translation>
     </message>
 </context>
 <context>
@@ -658,7 +658,7 @@
     </message>
     <message>
         <source>%1 cannot be listed: its server gives only whole files.</source>
-        <translation>Tiedoston %1 sisältöä ei voi luetella: palvelin antaa vain kokonaisia tiedostoja.</translation>
+        <translation>Arkiston %1 sisältöä ei voi luetella: palvelin antaa vain kokonaisia tiedostoja.</translation>
     </message>
     <message>
         <source>%1 is damaged or no archive: %2.</source>
@@ -666,11 +666,11 @@
     </message>
     <message>
         <source>%1 does not tell how large its files are.</source>
-        <translation>%1 ei ilmoita tiedostojensa kokoa.</translation>
+        <translation>%1 ei kerro, kuinka suuria sen tiedostot ovat.</translation>
     </message>
     <message>
         <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
-        <translation>Arkistossa %1 on tiedosto, jota ei saa purkaa: &quot;%2&quot;.</translation>
+        <translation>%1 sisältää tiedoston, jota ei saa purkaa: &quot;%2&quot;.</translation>
     </message>
 </context>
 <context>
@@ -737,7 +737,7 @@
     </message>
     <message>
         <source>%1 cannot be moved to a safe place.</source>
-        <translation>Kohdetta %1 ei voi siirtää turvalliseen paikkaan.</translation>
+        <translation>Kohdetta %1 ei voi siirtää turvaan.</translation>
     </message>
 </context>
 <context>
@@ -939,11 +939,11 @@
     </message>
     <message>
         <source>&quot;%1&quot; cannot stand behind the name of a data set.</source>
-        <translation>&quot;%1&quot; ei voi olla karttatietojen nimen perässä.</translation>
+        <translation>&quot;%1&quot; ei kelpaa tietojoukon nimen päätteeksi.</translation>
     </message>
     <message>
         <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
-        <translation>Polussa %1 on välilyönti tai muu merkki, jota päivitys ei osaa käsitellä. Siirrä karttatiedot kansioon, jolla on yksinkertainen nimi.</translation>
+        <translation>Polussa %1 on välilyönti tai muu merkki, jota päivitys ei osaa käsitellä. Siirrä karttatiedot kansioon, jonka nimi on yksinkertainen.</translation>
     </message>
     <message>
         <source>There is no prepared map data.</source>
@@ -951,11 +951,11 @@
     </message>
     <message>
         <source>There is no backup to go back to.</source>
-        <translation>Varmuuskopiota, johon palata, ei ole.</translation>
+        <translation>Varmuuskopiota, johon voisi palata, ei ole.</translation>
     </message>
     <message>
         <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
-        <translation>Aiemman päivityksen varmuuskopio on vielä tallella (%1). Poista se tai palaa siihen ensin.</translation>
+        <translation>Aiemman päivityksen varmuuskopio on yhä tallessa (%1). Poista se tai palaa siihen ensin.</translation>
     </message>
     <message>
         <source>Another update is being prepared (%1). Give it up first.</source>
@@ -1010,7 +1010,7 @@
     </message>
     <message>
         <source>The note %1 was written by a later version of this program.</source>
-        <translation>Merkintä %1 on tämän ohjelman uudemman version kirjoittama.</translation>
+        <translation>Merkinnän %1 on kirjoittanut tämän ohjelman uudempi versio.</translation>
     </message>
     <message>
         <source>The note %1 is damaged.</source>
@@ -1018,7 +1018,7 @@
     </message>
     <message>
         <source>%1 cannot be removed (%2).</source>
-        <translation>Kohdetta %1 ei voi poistaa (%2).</translation>
+        <translation>Tiedostoa %1 ei voi poistaa (%2).</translation>
     </message>
 </context>
 <context>
@@ -1099,7 +1099,7 @@
     <name>UpdateSpace</name>
     <message>
         <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
-        <translation>Päivitys tarvitsee käytössä olevien karttojen lisäksi enintään %1 kohteessa %2, mutta vain %3 on vapaana.</translation>
+        <translation>Päivitys vaatii käytössä olevien karttojen lisäksi tilaa enintään %1 kansiossa %2, mutta vapaana on vain %3.</translation>
     </message>
 </context>
 <context>

@@ -119,11 +119,11 @@
     </message>
     <message>
         <source>The exchange of the map data could not be brought to an end: %1</source>
-        <translation>L’échange des données de cartes n’a pas pu être terminé&#xa0;: %1</translation>
+        <translation>L’échange des données de cartes n’a pas pu être terminé&#x202f;: %1</translation>
     </message>
     <message>
         <source>The map data could not be exchanged, and is as it was before: %1</source>
-        <translation>Les données de cartes n’ont pas pu être échangées et restent inchangées&#xa0;: %1</translation>
+        <translation>Les données de cartes n’ont pas pu être échangées et restent inchangées&#x202f;: %1</translation>
     </message>
     <message>
         <source>The shell did not move every folder; the rest was moved without it.</source>
@@ -142,7 +142,7 @@
     <name>DataSetUpdate</name>
     <message>
         <source>The server has been silent for %1 s; giving up.</source>
-        <translation>Le serveur ne répond pas depuis %1 s&#x202f;; abandon.</translation>
+        <translation>Le serveur ne répond plus depuis %1&#xa0;s&#x202f;; abandon.</translation>
     </message>
     <message>
         <source>An update is under way.</source>
@@ -150,7 +150,7 @@
     </message>
     <message>
         <source>There is no backup to go back to.</source>
-        <translation>Il n’y a aucune sauvegarde à rétablir.</translation>
+        <translation>Il n’y a aucune sauvegarde à laquelle revenir.</translation>
     </message>
     <message>
         <source>Installs are pending (%1).</source>
@@ -158,7 +158,7 @@
     </message>
     <message>
         <source>Regions were installed since and are not in the backup: %1.</source>
-        <translation>Des régions installées depuis ne sont pas dans la sauvegarde&#xa0;: %1.</translation>
+        <translation>Des régions installées depuis ne sont pas dans la sauvegarde&#x202f;: %1.</translation>
     </message>
     <message>
         <source>The city index and the state of the update cannot be written.</source>
@@ -166,11 +166,11 @@
     </message>
     <message>
         <source>An earlier change of the maps was cut short and has to be repaired first.</source>
-        <translation>Une modification antérieure des cartes a été interrompue et doit d’abord être réparée.</translation>
+        <translation>Une modification précédente des cartes a été interrompue et doit d’abord être réparée.</translation>
     </message>
     <message>
         <source>The folder %1 has letters in its name that the commands of an update cannot take.</source>
-        <translation>Le nom du dossier %1 contient des caractères que les commandes de mise à jour n’acceptent pas.</translation>
+        <translation>Le nom du dossier %1 contient des caractères que les commandes d’une mise à jour n’acceptent pas.</translation>
     </message>
     <message>
         <source>There is no catalogue yet.</source>
@@ -178,7 +178,7 @@
     </message>
     <message>
         <source>The backup of an earlier update is still there.</source>
-        <translation>La sauvegarde d’une mise à jour antérieure existe encore.</translation>
+        <translation>La sauvegarde d’une mise à jour précédente est encore là.</translation>
     </message>
     <message>
         <source>The state of the update cannot be written.</source>
@@ -186,7 +186,7 @@
     </message>
     <message>
         <source>Version %1 lacks installed regions: %2.</source>
-        <translation>Des régions installées manquent dans la version %1&#xa0;: %2.</translation>
+        <translation>Des régions installées manquent dans la version %1&#x202f;: %2.</translation>
     </message>
     <message>
         <source>The prepared maps cannot be written.</source>
@@ -212,7 +212,7 @@
     </message>
     <message>
         <source>%1 is far too large.</source>
-        <translation>%1 est bien trop volumineux.</translation>
+        <translation>%1 est beaucoup trop volumineux.</translation>
     </message>
     <message>
         <source>Interrupted.</source>
@@ -220,11 +220,11 @@
     </message>
     <message>
         <source>%1 has been silent for %2 s.</source>
-        <translation>%1 ne répond pas depuis %2 s.</translation>
+        <translation>%1 ne répond plus depuis %2&#xa0;s.</translation>
     </message>
     <message>
         <source>%1 cannot be reached: %2.</source>
-        <translation>%1 est injoignable&#xa0;: %2.</translation>
+        <translation>%1 est injoignable&#x202f;: %2.</translation>
     </message>
     <message>
         <source>%1 is compressed on the way, though it must not.</source>
@@ -236,7 +236,7 @@
     </message>
     <message>
         <source>%1 breaks off: %2.</source>
-        <translation>%1 s’interrompt&#xa0;: %2.</translation>
+        <translation>%1 s’interrompt&#x202f;: %2.</translation>
     </message>
     <message>
         <source>%1 gives fewer bytes than it says.</source>
@@ -654,15 +654,15 @@
     </message>
     <message>
         <source>%1: out of memory.</source>
-        <translation>%1&#xa0;: mémoire insuffisante.</translation>
+        <translation>%1&#x202f;: mémoire insuffisante.</translation>
     </message>
     <message>
         <source>%1 cannot be listed: its server gives only whole files.</source>
-        <translation>Impossible de lister le contenu de %1&#xa0;: son serveur ne fournit que des fichiers entiers.</translation>
+        <translation>Impossible de lister le contenu de %1&#x202f;: son serveur ne fournit que des fichiers entiers.</translation>
     </message>
     <message>
         <source>%1 is damaged or no archive: %2.</source>
-        <translation>%1 est endommagé ou n’est pas une archive&#xa0;: %2.</translation>
+        <translation>%1 est endommagé ou n’est pas une archive&#x202f;: %2.</translation>
     </message>
     <message>
         <source>%1 does not tell how large its files are.</source>
@@ -670,7 +670,7 @@
     </message>
     <message>
         <source>%1 holds a file that may not be unpacked: &quot;%2&quot;.</source>
-        <translation>%1 contient un fichier qui ne doit pas être décompressé&#xa0;: &quot;%2&quot;.</translation>
+        <translation>%1 contient un fichier qui ne doit pas être décompressé&#x202f;: &quot;%2&quot;.</translation>
     </message>
 </context>
 <context>
@@ -733,11 +733,11 @@
     <name>SetRemoval</name>
     <message>
         <source>Another file system is mounted at %1; it cannot be removed.</source>
-        <translation>Un autre système de fichiers est monté sur %1&#x202f;; impossible de le supprimer.</translation>
+        <translation>Un autre système de fichiers est monté sur %1&#x202f;; il ne peut pas être supprimé.</translation>
     </message>
     <message>
         <source>%1 cannot be moved to a safe place.</source>
-        <translation>Impossible de déplacer %1 en lieu sûr.</translation>
+        <translation>Impossible de mettre %1 en lieu sûr.</translation>
     </message>
 </context>
 <context>
@@ -943,7 +943,7 @@
     </message>
     <message>
         <source>The path %1 has a blank or another character that the update cannot handle. Move the map data to a folder with a plain name.</source>
-        <translation>Le chemin %1 contient une espace ou un autre caractère que la mise à jour ne prend pas en charge. Déplacez les données de cartes dans un dossier au nom simple.</translation>
+        <translation>Le chemin %1 contient une espace ou un autre caractère que la mise à jour n’accepte pas. Déplacez les données de cartes dans un dossier au nom simple.</translation>
     </message>
     <message>
         <source>There is no prepared map data.</source>
@@ -951,11 +951,11 @@
     </message>
     <message>
         <source>There is no backup to go back to.</source>
-        <translation>Il n’y a aucune sauvegarde à rétablir.</translation>
+        <translation>Il n’y a aucune sauvegarde à laquelle revenir.</translation>
     </message>
     <message>
         <source>The backup of an earlier update is still there (%1). Remove it or go back to it first.</source>
-        <translation>La sauvegarde d’une mise à jour antérieure existe encore (%1). Supprimez-la ou rétablissez-la d’abord.</translation>
+        <translation>La sauvegarde d’une mise à jour précédente est encore là (%1). Supprimez-la ou revenez-y d’abord.</translation>
     </message>
     <message>
         <source>Another update is being prepared (%1). Give it up first.</source>
@@ -1099,7 +1099,7 @@
     <name>UpdateSpace</name>
     <message>
         <source>The update needs up to %1 below %2 beside the maps in use, but only %3 are free.</source>
-        <translation>La mise à jour a besoin de %1 au plus dans %2 en plus des cartes utilisées, mais seuls %3 sont libres.</translation>
+        <translation>La mise à jour nécessite jusqu’à %1 sous %2 en plus des cartes utilisées, mais il ne reste que %3.</translation>
     </message>
 </context>
 <context>
