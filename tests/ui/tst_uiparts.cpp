@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: MIT
 // The app's small parts: command line, icons, and the inspector that the self-test relies on.
+#include "host/shared/hosttypes.h"
 #include "host/ui/iconprovider.h"
 #include "host/ui/pageinspector.h"
+#include "host/ui/uiengine.h"
 #include "host/ui/uioptions.h"
+#include <algorithm>
 #include <QDirIterator>
 #include <QQmlComponent>
+#include <QQmlContext>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickWindow>
+#include <QScopeGuard>
 #include <QtTest>
 
 class UiPartsTest : public QObject
@@ -14,6 +20,7 @@ class UiPartsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { registerHostTypes("VexaHost"); }
     void aCommandLineIsUnderstood();
     void aWrongCommandLineIsRefused_data();
     void aWrongCommandLineIsRefused();
@@ -22,22 +29,58 @@ private Q_SLOTS:
     void theInspectorFindsNothingOnAGoodPage();
     void theInspectorFindsWhatIsWrong_data();
     void theInspectorFindsWhatIsWrong();
+    void aListHeaderThatGrowsStaysInSight();
+    void aListThatIsScrolledStaysThereWhenItsHeaderGrows();
+    void aBadgeIsWrittenInTheDigitsOfTheLanguage_data();
+    void aBadgeIsWrittenInTheDigitsOfTheLanguage();
 };
 
 namespace {
 
-std::unique_ptr<QQuickWindow> windowWith(QQmlEngine *engine, const QByteArray &item)
+std::unique_ptr<QQuickWindow> windowWith(QQmlEngine *engine, const QByteArray &item,
+                                         const QByteArray &import = QByteArray())
 {
     QQmlComponent component(engine);
-    component.setData("import QtQuick 2.15\nimport QtQuick.Controls 2.15\n"
-                      "ApplicationWindow { width: 200; height: 200; visible: true\n"
-                          + item + "}",
+    component.setData("import QtQuick 2.15\nimport QtQuick.Controls 2.15\n" + import
+                          + "\nApplicationWindow { width: 200; height: 200; visible: true\n" + item
+                          + "}",
                       QUrl());
     std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(component.create()));
     if (!window)
         qFatal("%s", qPrintable(component.errorString()));
     window->grabWindow();
+    QCoreApplication::processEvents(); // What is called later has been called.
     return window;
+}
+
+// An engine with the app's own controls.
+class PartsEngine : public QQmlEngine
+{
+public:
+    PartsEngine()
+    {
+        UiEngine::prepareEngine(this, nullptr);
+        rootContext()->setContextProperty(
+            QStringLiteral("session"),
+            QVariantMap {{QStringLiteral("regions"), QVariant::fromValue<QObject *>(nullptr)}});
+    }
+};
+
+const char ListWithHeader[] = "id: window\n"
+                              "property int headerHeight: 40\n"
+                              "RegionList {\n"
+                              "    objectName: 'list'; anchors.fill: parent\n"
+                              "    model: 50\n"
+                              "    header: Item { implicitHeight: window.headerHeight }\n"
+                              "    delegate: Item { width: 200; height: 20 }\n"
+                              "}\n";
+
+bool shows(const QQuickItem *item, const QString &text)
+{
+    const QList<QQuickItem *> children = item->childItems();
+    return item->property("text").toString() == text
+        || std::any_of(children.begin(), children.end(),
+                       [&text](const QQuickItem *child) { return shows(child, text); });
 }
 
 } // namespace
@@ -155,6 +198,57 @@ void UiPartsTest::theInspectorFindsWhatIsWrong()
 
     QCOMPARE(faults.size(), 1);
     QVERIFY2(faults.first().contains(fault), qPrintable(faults.first()));
+}
+
+void UiPartsTest::aListHeaderThatGrowsStaysInSight()
+{
+    PartsEngine engine;
+    const auto window = windowWith(&engine, ListWithHeader, "import VexaMaps 1.0");
+    auto *list = window->findChild<QQuickItem *>(QStringLiteral("list"));
+    QCOMPARE(list->property("contentY").toReal(), -40.0);
+
+    window->setProperty("headerHeight", 70);
+
+    QTRY_COMPARE(list->property("contentY").toReal(), -70.0);
+}
+
+void UiPartsTest::aListThatIsScrolledStaysThereWhenItsHeaderGrows()
+{
+    PartsEngine engine;
+    const auto window = windowWith(&engine, ListWithHeader, "import VexaMaps 1.0");
+    auto *list = window->findChild<QQuickItem *>(QStringLiteral("list"));
+    list->setProperty("contentY", 300);
+
+    window->setProperty("headerHeight", 70);
+    QTRY_COMPARE(list->property("originY").toReal(), -70.0);
+    QCoreApplication::processEvents(); // What is called later has been called.
+
+    QCOMPARE(list->property("contentY").toReal(), 300.0);
+}
+
+void UiPartsTest::aBadgeIsWrittenInTheDigitsOfTheLanguage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("digits");
+    QTest::newRow("English") << QStringLiteral("en_GB") << QStringLiteral("12");
+    QTest::newRow("Arabic of Egypt")
+        << QStringLiteral("ar_EG") << QString::fromUtf8("\u0661\u0662");
+}
+
+void UiPartsTest::aBadgeIsWrittenInTheDigitsOfTheLanguage()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, digits);
+    const QLocale before;
+    const auto restored = qScopeGuard([&before] { QLocale::setDefault(before); });
+    QLocale::setDefault(QLocale(locale));
+    PartsEngine engine;
+
+    const auto window = windowWith(
+        &engine, "NavButton { objectName: 'button'; width: 90; text: 'Maps'; badge: 12 }",
+        "import VexaMaps 1.0");
+
+    QVERIFY(shows(window->findChild<QQuickItem *>(QStringLiteral("button")), digits));
 }
 
 QTEST_MAIN(UiPartsTest)

@@ -81,7 +81,7 @@ AbstractButton {
                 id: number
 
                 anchors.centerIn: parent
-                text: control.badge
+                text: control.badge.toLocaleString(Qt.locale(), "f", 0)
                 color: Theme.accentText
                 font.pixelSize: 12
                 font.weight: Font.DemiBold

@@ -22,6 +22,8 @@ ListView {
     /** Whether the row that the keyboard would press is to be marked: not for fingers. */
     property bool byKeyboard: false
 
+    readonly property real headerHeight: headerItem ? headerItem.height : 0
+
     clip: true
     activeFocusOnTab: true
     keyNavigationEnabled: true
@@ -32,6 +34,11 @@ ListView {
     Accessible.role: Accessible.List
     onMovementStarted: byKeyboard = false
     onActiveFocusChanged: byKeyboard = false
+    // A header grows upwards when its text wraps: out of sight, unless the list follows.
+    onHeaderHeightChanged: {
+        if (contentY <= 0)
+            Qt.callLater(positionViewAtBeginning)
+    }
     // The release, too: Tab is pressed elsewhere and released here.
     Keys.onReleased: byKeyboard = true
     Keys.onReturnPressed: press()
