@@ -44,7 +44,7 @@ vexa_build_settings(killchild)
 # First, so that the calls of all other libraries go through it.
 target_link_libraries(killchild PRIVATE
     -Wl,--no-as-needed vexa_killpoints -Wl,--as-needed Vexa::Vexa)
-vexa_add_test(download/killchain LIBRARIES vexa_steptest TIMEOUT 900)
+vexa_add_test(download/killchain LIBRARIES vexa_steptest TIMEOUT 900 LABELS sweep)
 target_compile_definitions(tst_killchain PRIVATE VEXA_KILLCHILD="$<TARGET_FILE:killchild>")
 add_dependencies(tst_killchain killchild)
 # Worth its time under the thread checker above all: ctest --preset tsan -L stress

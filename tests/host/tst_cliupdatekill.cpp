@@ -2,7 +2,10 @@
 /*
  * An update is killed ahead of the calls that change files, from its first to its last, in the
  * program itself and in the commands that it starts; then it is run again until it is done. Of
- * calls of one name the first, one in the middle and the last are taken.
+ * calls of one name the first, one in the middle and the last are taken. A plain run takes a third
+ * of them all, and those of the shell's commands, with which the swap is done; all of them with
+ *
+ *     VEXA_KILL_POINTS=all build/dev/tests/tst_cliupdatekill
  */
 #include "updaterig.h"
 #include <QtTest>
@@ -15,6 +18,8 @@ struct Point
     int number = 0; // of the points with this name, from 1
 };
 
+constexpr int Stride = 3; // every so many points in a plain run
+
 // Made by chance, so no later run comes by it.
 bool isRandom(const QByteArray &name)
 {
@@ -22,6 +27,12 @@ bool isRandom(const QByteArray &name)
     static const QRegularExpression plain(QStringLiteral("\\.(config|voices)$"));
     const QString text = QString::fromUtf8(name);
     return form.match(text).hasMatch() && !plain.match(text).hasMatch();
+}
+
+// Ahead of the command, behind it, and the command alone.
+bool isOfAMove(const QByteArray &name)
+{
+    return name.endsWith(" mv");
 }
 
 } // namespace
@@ -153,7 +164,14 @@ QList<Point> CliUpdateKillTest::pointsOf(const QStringList &command)
         for (int number : std::as_const(numbers))
             points.append({name, number});
     }
-    return points;
+    if (qgetenv("VEXA_KILL_POINTS") == "all")
+        return points;
+    QList<Point> chosen;
+    for (int i = 0; i < points.size(); ++i) {
+        if (i % Stride == 0 || isOfAMove(points.at(i).name))
+            chosen.append(points.at(i));
+    }
+    return chosen;
 }
 
 void CliUpdateKillTest::goesOnFromEveryPoint()
@@ -185,8 +203,8 @@ void CliUpdateKillTest::goesOnFromEveryPoint()
         QVERIFY2(isOld(), (where + unlike(m_old)).constData());
     }
     qInfo("%d points, %d killed, %d at the old set", int(points.size()), killed, atTheOld);
-    QVERIFY(killed > 40);
-    QVERIFY(atTheOld > 20 && atTheOld < points.size());
+    QVERIFY(killed > 20);
+    QVERIFY(atTheOld > 10 && atTheOld < points.size());
 }
 
 void CliUpdateKillTest::whatHasComeIsNotFetchedAgain()
@@ -228,7 +246,7 @@ void CliUpdateKillTest::goingBackIsWholeFromEveryPoint()
         QVERIFY2(isNew(), (where + unlike(m_new)).constData());
     }
     qInfo("%d points, %d killed", int(points.size()), killed);
-    QVERIFY(killed > 5);
+    QVERIFY(killed > 3);
 }
 
 QTEST_GUILESS_MAIN(CliUpdateKillTest)
