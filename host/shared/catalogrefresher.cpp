@@ -6,6 +6,7 @@
 #include "download/downloadmanageriface.h"
 #include "download/request.h"
 #include "host/shared/attempttag.h"
+#include "host/shared/catalogfiles.h"
 #include "host/shared/mapsversion.h"
 #include "host/shared/tilelist.h"
 #include <algorithm>
@@ -13,22 +14,11 @@
 #include <QDir>
 #include <QFile>
 #include <QUrl>
-#include <QXmlStreamReader>
 
 namespace {
 
 const char *const IdPrefix = "refresh:";
 const char *const FallbackCode = "001";
-
-QString catalogName(const QString &version)
-{
-    return QStringLiteral("catalog-%1.xml").arg(version);
-}
-
-QString namesName(const QString &code)
-{
-    return QStringLiteral("regionname-lang-%1.xml").arg(code);
-}
 
 QString versionIn(const QString &path)
 {
@@ -38,17 +28,10 @@ QString versionIn(const QString &path)
     return MapsVersion::parse(file.read(MapsVersion::MaxFileSize + 1));
 }
 
-// The catalogue's reader takes what it can get; a file that was cut must not pass for whole.
 bool isCut(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return true;
-    QXmlStreamReader reader(&file);
-    reader.setNamespaceProcessing(false);
-    while (!reader.atEnd())
-        reader.readNext();
-    return reader.error() == QXmlStreamReader::PrematureEndOfDocumentError;
+    return !file.open(QIODevice::ReadOnly) || CatalogFiles::isCut(&file);
 }
 
 bool listsRegions(const QString &path)
@@ -186,12 +169,12 @@ void CatalogRefresher::onVersion(bool arrived)
         finish(Result::NewerExists);
         return;
     }
-    fetch(catalogName(m_serverVersion), [this](bool ok) { onCatalog(ok); });
+    fetch(CatalogFiles::catalogName(m_serverVersion), [this](bool ok) { onCatalog(ok); });
 }
 
 void CatalogRefresher::onCatalog(bool arrived)
 {
-    const QString name = catalogName(m_serverVersion);
+    const QString name = CatalogFiles::catalogName(m_serverVersion);
     if (!arrived) {
         finish(Result::NetworkFailed, tr("The server does not deliver %1.").arg(name));
         return;
@@ -203,7 +186,7 @@ void CatalogRefresher::onCatalog(bool arrived)
         return;
     }
     const QString code = m_catalog->getDigitCode();
-    fetch(namesName(code), [this, code](bool ok) { onNames(code, ok); });
+    fetch(CatalogFiles::namesName(code), [this, code](bool ok) { onNames(code, ok); });
 }
 
 // Names are wanted but not needed: without them regions have their names from the catalogue.
@@ -211,10 +194,11 @@ void CatalogRefresher::onNames(const QString &code, bool arrived)
 {
     const QString fallback = QLatin1String(FallbackCode);
     if (!arrived && code != fallback) {
-        fetch(namesName(fallback), [this, fallback](bool ok) { onNames(fallback, ok); });
+        fetch(CatalogFiles::namesName(fallback),
+              [this, fallback](bool ok) { onNames(fallback, ok); });
         return;
     }
-    if (arrived && !isCut(m_incoming + QLatin1Char('/') + namesName(code)))
+    if (arrived && !isCut(m_incoming + QLatin1Char('/') + CatalogFiles::namesName(code)))
         m_namesCode = code;
     putIntoPlace();
 }
@@ -224,14 +208,16 @@ void CatalogRefresher::putIntoPlace()
     const QString folder = m_catalog->tessarinDirectory() + QLatin1Char('/');
     if (!m_namesCode.isEmpty()) {
         // Under the name that the catalogue looks for, whichever language the server had.
-        const QString target = folder + namesName(m_catalog->getDigitCode());
-        if (!replaceFile(m_incoming + QLatin1Char('/') + namesName(m_namesCode), target)) {
+        const QString target = folder + CatalogFiles::namesName(m_catalog->getDigitCode());
+        if (!replaceFile(m_incoming + QLatin1Char('/') + CatalogFiles::namesName(m_namesCode),
+                         target)) {
             finish(Result::DiskFailed, tr("%1 cannot be written.").arg(target));
             return;
         }
     }
-    const QString target = folder + catalogName(m_targetVersion);
-    if (!replaceFile(m_incoming + QLatin1Char('/') + catalogName(m_serverVersion), target)) {
+    const QString target = folder + CatalogFiles::catalogName(m_targetVersion);
+    if (!replaceFile(m_incoming + QLatin1Char('/') + CatalogFiles::catalogName(m_serverVersion),
+                     target)) {
         finish(Result::DiskFailed, tr("%1 cannot be written.").arg(target));
         return;
     }

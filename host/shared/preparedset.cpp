@@ -2,6 +2,7 @@
 #include "host/shared/preparedset.h"
 
 #include "catalog/mapcatalog.h"
+#include "host/shared/catalogfiles.h"
 #include "host/shared/catalogrefresher.h"
 #include "host/shared/datasetswap.h"
 #include "host/shared/installjournal.h"
@@ -84,7 +85,7 @@ bool PreparedSet::isFor(const QString &version)
     const UpdateState state = UpdateState::read();
     return state.phase != Phase::None && state.phase != Phase::Fetching && state.version == version
         && versionOf(UpdateSuffix) == version
-        && QFileInfo(catalogueFile(QStringLiteral("catalog-%1.xml").arg(version))).isFile()
+        && QFileInfo(catalogueFile(CatalogFiles::catalogName(version))).isFile()
         && QFileInfo(DataRoot::tileCacheFolder(UpdateSuffix)).isDir();
 }
 
@@ -114,7 +115,7 @@ void PreparedSet::tidy(const QString &version)
 {
     // What fails here is only a leftover.
     QDir folder(DataRoot::catalogFolder(UpdateSuffix));
-    const QString catalogue = QStringLiteral("catalog-%1.xml").arg(version);
+    const QString catalogue = CatalogFiles::catalogName(version);
     // A file is written under a name with six letters behind it until it is whole.
     static const QRegularExpression cutShort(QStringLiteral("\\.xml\\.[A-Za-z0-9]{6}\\z"));
     const QStringList names = folder.entryList(QDir::Files | QDir::Hidden);

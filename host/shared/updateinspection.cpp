@@ -3,10 +3,12 @@
 
 #include "catalog/mapcatalog.h"
 #include "catalog/mapregion.h"
+#include "host/shared/catalogfiles.h"
 #include "host/shared/httpfile.h"
 #include "host/shared/mapsversion.h"
 #include "host/shared/tilelist.h"
 #include "plugin/dataroot.h"
+#include <QBuffer>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
@@ -15,22 +17,11 @@
 #include <QSet>
 #include <QStorageInfo>
 #include <QTemporaryDir>
-#include <QXmlStreamReader>
 #include <sys/stat.h>
 
 namespace {
 
 constexpr qint64 MaxCatalogue = 256 * 1024 * 1024; // bytes
-
-// A reader of catalogues takes what it can get; in a file that was cut, regions would be missing.
-bool isCut(const QByteArray &xml)
-{
-    QXmlStreamReader reader(xml);
-    reader.setNamespaceProcessing(false);
-    while (!reader.atEnd())
-        reader.readNext();
-    return reader.error() == QXmlStreamReader::PrematureEndOfDocumentError;
-}
 
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
@@ -196,7 +187,7 @@ void UpdateInspection::readInstalled()
 
 bool UpdateInspection::readCatalogue()
 {
-    const QString name = QStringLiteral("catalog-%1.xml").arg(m_serverVersion);
+    const QString name = CatalogFiles::catalogName(m_serverVersion);
     QByteArray bytes;
     if (!fetch(name, MaxCatalogue, &bytes))
         return false;
@@ -212,7 +203,8 @@ bool UpdateInspection::readCatalogue()
                 region->id(),
                 {usableAddress(m_baseUri, region->downloadUrl()), region->downloadSize()});
     }
-    if (isCut(bytes) || m_offers.isEmpty())
+    QBuffer xml(&bytes);
+    if (!xml.open(QIODevice::ReadOnly) || CatalogFiles::isCut(&xml) || m_offers.isEmpty())
         return fail(FailureKind::Catalogue,
                     tr("The server's %1 is damaged or lists no regions.").arg(name));
     return true;

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#include "host/shared/catalogfiles.h"
+
+#include <QXmlStreamReader>
+
+QString CatalogFiles::catalogName(const QString &version)
+{
+    return QStringLiteral("catalog-%1.xml").arg(version);
+}
+
+QString CatalogFiles::namesName(const QString &code)
+{
+    return QStringLiteral("regionname-lang-%1.xml").arg(code);
+}
+
+bool CatalogFiles::isCut(QIODevice *xml)
+{
+    QXmlStreamReader reader(xml);
+    reader.setNamespaceProcessing(false);
+    while (!reader.atEnd())
+        reader.readNext();
+    return reader.error() == QXmlStreamReader::PrematureEndOfDocumentError;
+}
