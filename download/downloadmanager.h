@@ -183,6 +183,7 @@ private:
     void finishDownload();
     void finishTransfer();
     void failTransfer(int errorCode);
+    void failStep(int errorCode);
     void concludeTransfer();
     void endWell();
     void endBadly();

@@ -155,8 +155,12 @@ void DownloadManager::finishTransfer()
 // goes then must not cost the partial file. The request stays queued, and its next attempt tells.
 void DownloadManager::failTransfer(int errorCode)
 {
-    if (d->interrupted)
-        return;
+    if (!d->interrupted)
+        failStep(errorCode);
+}
+
+void DownloadManager::failStep(int errorCode)
+{
     d->current.state = StateFailed;
     Q_EMIT error(d->current.type, d->current.id, errorCode, d->urlText);
 }

@@ -166,7 +166,7 @@ void DownloadManager::transfer()
     // sets it sets the reason first, so nothing is missed.
     d->requestDone = false;
     d->interrupted = false;
-    if (d->suspended)
+    if (d->suspended) // asked behind the line above, so that a suspension in between counts
         d->interrupted = true;
     if (d->suspended || d->cancelled)
         d->requestDone = true;

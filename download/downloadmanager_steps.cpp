@@ -260,7 +260,7 @@ void DownloadManager::moveFolder(const QString &source, const QString &destinati
         L::og()->warning(QStringLiteral("Shell is NOT available"));
     if (!shellAvailable || !mayBeEmptied(source, destination)) {
         L::og()->error(QStringLiteral("Failed to move directories"));
-        failTransfer(MoveFailed);
+        failStep(MoveFailed);
         d->queue->dequeueIfHead(d->current);
         return;
     }
@@ -269,13 +269,13 @@ void DownloadManager::moveFolder(const QString &source, const QString &destinati
                   + Shell::quoted(destination))
         != 0) {
         L::og()->error(QStringLiteral("Move failed"));
-        failTransfer(MoveFailed);
+        failStep(MoveFailed);
     }
     // Out of the queue before the source goes: done again without it, the step would fail.
     d->queue->dequeueIfHead(d->current);
     if (runLogged(QLatin1String("rm -rf ") + everythingIn(source)) != 0) {
         L::og()->error(QStringLiteral("Remove failed"));
-        failTransfer(MoveFailed);
+        failStep(MoveFailed);
     } else {
         d->current.state = StateDone;
     }
@@ -294,7 +294,7 @@ void DownloadManager::moveFile(const QString &source, const QString &destination
         d->current.state = StateDone;
     } else {
         L::og()->error(QLatin1String("Failed to move: ") + source + QLatin1String(" to ") + target);
-        failTransfer(MoveFailed);
+        failStep(MoveFailed);
     }
     forgetMoving();
     d->queue->dequeueIfHead(d->current);

@@ -79,6 +79,7 @@ private Q_SLOTS:
     void aDestinationWithASlashTakesTheFileUnderItsOwnName();
     void aFileMovesWithoutAShell();
     void aMissingFileIsAnErrorAndCostsNothing();
+    void aSuspensionHidesNoFailure();
     void aFileDoesNotReplaceAFolder();
     void aFileWithoutADestinationStays();
     void aFileGoesToAnotherFileSystem_data();
@@ -488,6 +489,17 @@ void MoveTest::aFileMovesWithoutAShell()
     QCOMPARE(engine.events, QStringList({Started, Dequeued, Finished}));
     QCOMPARE(read("finland.zip"), QByteArray("archive"));
     QCOMPARE(system.commands().size(), 0);
+}
+
+// It stops downloads only.
+void MoveTest::aSuspensionHidesNoFailure()
+{
+    StepEngine engine;
+    engine.manager.suspend(UserCause);
+
+    move(engine, path("FI.zip"), path("finland.zip"));
+
+    QCOMPARE(engine.events, QStringList({Started, Failed, Dequeued, Finished}));
 }
 
 void MoveTest::aMissingFileIsAnErrorAndCostsNothing()
