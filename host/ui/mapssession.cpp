@@ -43,6 +43,7 @@ MapsSession::MapsSession(const QString &baseUri, std::unique_ptr<NetworkSource> 
     , m_network(network ? std::make_unique<NetworkState>(std::move(network))
                         : std::make_unique<NetworkState>())
     , m_baseUri(baseUri.isEmpty() ? EngineSession::configuredBaseUri() : baseUri)
+    , m_update(std::make_unique<MapsUpdate>(this))
     , m_style(ownSettings().value(QLatin1String(StyleKey)).toString())
 {
     m_silence.setSingleShot(true);
@@ -57,9 +58,11 @@ MapsSession::~MapsSession()
 {
     if (m_locking)
         m_locking->wait();
+    m_update.reset();
     m_refresher.reset();
-    if (m_engine)
-        m_engine->stop();
+    m_fresh.reset();
+    if (m_set)
+        m_set->engine.stop();
 }
 
 bool MapsSession::opening() const
@@ -69,7 +72,7 @@ bool MapsSession::opening() const
 
 bool MapsSession::isOpen() const
 {
-    return m_regions != nullptr;
+    return m_set != nullptr;
 }
 
 QString MapsSession::problem() const
@@ -79,17 +82,17 @@ QString MapsSession::problem() const
 
 MapCatalog *MapsSession::catalog() const
 {
-    return isOpen() ? m_engine->catalog() : nullptr;
+    return isOpen() ? m_set->engine.catalog() : nullptr;
 }
 
 RegionInstaller *MapsSession::installer() const
 {
-    return isOpen() ? m_engine->installer() : nullptr;
+    return isOpen() ? m_set->engine.installer() : nullptr;
 }
 
 DownloadManagerIface *MapsSession::downloads() const
 {
-    return isOpen() ? m_engine->downloads() : nullptr;
+    return isOpen() ? m_set->engine.downloads() : nullptr;
 }
 
 CityIndexList *MapsSession::cityIndex() const
@@ -99,12 +102,17 @@ CityIndexList *MapsSession::cityIndex() const
 
 RegionModel *MapsSession::regions() const
 {
-    return m_regions.get();
+    return isOpen() ? &m_set->regions : nullptr;
 }
 
 NetworkState *MapsSession::network() const
 {
     return m_network.get();
+}
+
+MapsUpdate *MapsSession::update() const
+{
+    return m_update.get();
 }
 
 bool MapsSession::ready() const
@@ -217,27 +225,78 @@ void MapsSession::openDataSet()
         m_lock.reset();
         return;
     }
-    m_engine = std::make_unique<EngineSession>(m_baseUri);
     m_cityIndex = std::make_unique<CityIndexList>();
-    m_binding = std::make_unique<NetworkBinding>(m_network.get(), m_engine->installer());
-    m_regions = std::make_unique<RegionModel>(m_engine->catalog(), m_engine->installer());
-    connect(m_engine.get(), &EngineSession::started, this, [this] {
-        m_ready = true;
-        Q_EMIT readyChanged();
-    });
-    connect(m_engine->installer(), &RegionInstaller::busyChanged, this,
-            &MapsSession::measureFreeSpace);
+    m_set = std::make_unique<OpenDataSet>(m_baseUri, m_network.get());
     measureFreeSpace();
-    m_engine->start();
+    if (m_update->takeUp())
+        startEngine();
+    else
+        restEngine(); // Its queue holds steps of the update.
     if (recovery != DataSetSwap::Recovery::Nothing)
         Q_EMIT noticed(DataSetSwap::describe(recovery), false);
 }
 
+void MapsSession::startEngine()
+{
+    connect(&m_set->engine, &EngineSession::started, this, [this] {
+        m_ready = true;
+        Q_EMIT readyChanged();
+    });
+    connect(m_set->engine.installer(), &RegionInstaller::busyChanged, this,
+            &MapsSession::measureFreeSpace);
+    m_set->engine.start();
+}
+
+void MapsSession::restEngine()
+{
+    m_set->engine.disconnect(this);
+    m_set->binding.reset(); // The network is the update's now.
+    m_set->engine.stop();
+    if (!m_ready)
+        return;
+    m_ready = false;
+    Q_EMIT readyChanged();
+}
+
+// The pages keep what they show until there is something else to show.
+void MapsSession::renew(bool isNewest)
+{
+    if (isNewest)
+        m_newerVersion.clear();
+    QString found;
+    if (DataSetSwap::recover(&found) == DataSetSwap::Recovery::Failed) {
+        Q_EMIT noticed(found, true); // What is open can still be read.
+        return;
+    }
+    m_fresh = std::make_unique<OpenDataSet>(m_baseUri, m_network.get());
+    connect(&m_fresh->regions, &RegionModel::loadingChanged, this, &MapsSession::adoptFresh,
+            Qt::QueuedConnection);
+    adoptFresh();
+}
+
+void MapsSession::adoptFresh()
+{
+    if (!m_fresh || m_fresh->regions.loading())
+        return;
+    m_set.swap(m_fresh);
+    m_set->regions.disconnect(this);
+    Q_EMIT openChanged(); // The pages leave the old objects.
+    Q_EMIT refreshingChanged();
+    m_fresh.reset();
+    measureFreeSpace();
+    startEngine();
+    Q_EMIT renewed();
+}
+
 void MapsSession::refresh()
 {
+    if (!m_update->blockade().isEmpty()) {
+        Q_EMIT noticed(m_update->blockade(), true);
+        return;
+    }
     if (!m_ready || m_refresher)
         return;
-    if (m_engine->installer()->busy()) {
+    if (m_set->engine.installer()->busy()) {
         // Their archives belong to the catalogue that they were chosen from.
         Q_EMIT noticed(tr("Let the transfers end, or cancel them, before you look for new maps."),
                        true);
@@ -247,8 +306,8 @@ void MapsSession::refresh()
         Q_EMIT noticed(tr("There is no network connection."), true);
         return;
     }
-    m_refresher =
-        std::make_unique<CatalogRefresher>(m_engine->catalog(), m_engine->downloads(), m_baseUri);
+    m_refresher = std::make_unique<CatalogRefresher>(m_set->engine.catalog(),
+                                                     m_set->engine.downloads(), m_baseUri);
     connect(m_refresher.get(), &CatalogRefresher::progress, &m_silence,
             [this] { m_silence.start(); });
     connect(m_refresher.get(), &CatalogRefresher::fetching, &m_silence,
@@ -270,7 +329,7 @@ void MapsSession::onRefreshed()
     m_silence.stop();
     CatalogRefresher *const refresher = m_refresher.release();
     refresher->deleteLater(); // It is emitting.
-    const QString installed = m_engine->catalog()->installedMapsVersion();
+    const QString installed = m_set->engine.catalog()->installedMapsVersion();
     m_newerVersion.clear();
     switch (refresher->result()) {
     case Result::Adopted:
@@ -305,16 +364,16 @@ bool MapsSession::setBaseUri(const QString &text)
         return true;
     m_baseUri = checked;
     applicationSettings().setValue(QStringLiteral("vexa/vexaBaseURI"), checked);
-    if (m_engine)
-        m_engine->installer()->setBaseUri(checked);
+    if (m_set)
+        m_set->engine.installer()->setBaseUri(checked);
     Q_EMIT baseUriChanged();
     return true;
 }
 
 void MapsSession::measureFreeSpace()
 {
-    if (!m_engine)
+    if (!m_set)
         return;
-    m_freeSpace = double(m_engine->downloads()->getFreeSpace());
+    m_freeSpace = double(m_set->engine.downloads()->getFreeSpace());
     Q_EMIT freeSpaceChanged();
 }

@@ -4,10 +4,9 @@
 #include "cityindex/cityindexlist.h"
 #include "host/shared/catalogrefresher.h"
 #include "host/shared/datasetlock.h"
-#include "host/shared/enginesession.h"
-#include "host/shared/networkbinding.h"
 #include "host/shared/networkstate.h"
-#include "host/shared/regionmodel.h"
+#include "host/ui/mapsupdate.h"
+#include "host/ui/opendataset.h"
 #include <memory>
 #include <QObject>
 #include <QString>
@@ -23,6 +22,9 @@
  *        v  | open() again
  *      problem
  *
+ * While all maps are updated the engine rests, and what is open can only be read; then the maps are
+ * opened anew, and the objects are replaced by others.
+ *
  * The window is there before open() is called: the lock is waited for in a thread, and while the
  * catalogue loads the event loop runs. The program makes one in the GUI thread and destroys it
  * after the QML engine.
@@ -32,7 +34,7 @@ class MapsSession : public QObject
     Q_OBJECT
     /** The lock or the catalogue is waited for. */
     Q_PROPERTY(bool opening READ opening NOTIFY openChanged)
-    /** The objects below are there. They stay until the end. */
+    /** The objects below are there. openChanged() tells also that others took their place. */
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY openChanged)
     /** Why the data set cannot be opened, in words; empty if nothing is wrong. */
     Q_PROPERTY(QString problem READ problem NOTIFY openChanged)
@@ -43,6 +45,8 @@ class MapsSession : public QObject
     Q_PROPERTY(QObject *regions READ regions NOTIFY openChanged)
     /** There from the beginning. */
     Q_PROPERTY(QObject *network READ network CONSTANT)
+    /** The update of all maps; there from the beginning, of use once isOpen. */
+    Q_PROPERTY(QObject *update READ update CONSTANT)
 
     /** The engine takes requests. */
     Q_PROPERTY(bool ready READ ready NOTIFY readyChanged)
@@ -80,6 +84,7 @@ public:
     CityIndexList *cityIndex() const;
     RegionModel *regions() const;
     NetworkState *network() const;
+    MapsUpdate *update() const;
     bool ready() const;
     bool refreshing() const;
     QString newerVersion() const;
@@ -93,6 +98,11 @@ public:
     bool dark() const;
     double freeSpace() const;
     static QString programVersion();
+
+    /** For MapsUpdate: stops the engine. What is open stays, and can be read, until renew(). */
+    void restEngine();
+    /** Opens the maps anew, with an engine that runs; renewed() follows, and then ready. */
+    void renew(bool isNewest);
 
     /** Opens the data set, or tries again; isOpen or problem follow. */
     Q_INVOKABLE void open();
@@ -108,6 +118,7 @@ public:
 Q_SIGNALS:
     void openChanged();
     void readyChanged();
+    void renewed();
     void refreshingChanged();
     void baseUriChanged();
     void logLevelChanged();
@@ -119,6 +130,8 @@ Q_SIGNALS:
 private:
     void onLocked();
     void openDataSet();
+    void startEngine();
+    void adoptFresh();
     void onRefreshed();
 
     const std::unique_ptr<NetworkState> m_network;
@@ -130,11 +143,11 @@ private:
     bool m_opening = false;
     bool m_ready = false;
     // In the order in which they depend on each other.
-    std::unique_ptr<EngineSession> m_engine;
     std::unique_ptr<CityIndexList> m_cityIndex;
-    std::unique_ptr<NetworkBinding> m_binding;
-    std::unique_ptr<RegionModel> m_regions;
+    std::unique_ptr<OpenDataSet> m_set;
+    std::unique_ptr<OpenDataSet> m_fresh; // takes the place of m_set when it is loaded
     std::unique_ptr<CatalogRefresher> m_refresher;
+    std::unique_ptr<MapsUpdate> m_update;
     QTimer m_silence;
     QString m_newerVersion;
     QString m_style;

@@ -7,6 +7,7 @@
 #include "host/ui/mapssession.h"
 #include "host/ui/pageinspector.h"
 #include "host/ui/uiengine.h"
+#include "host/ui/updateviews.h"
 #include "plugin/logger.h"
 #include <chrono>
 #include <cstdio>
@@ -142,6 +143,7 @@ void SelfTest::walk(QSize size, const QString &style)
     m_session->showStyle(style);
     walkRegions();
     walkOthers();
+    walkUpdate();
 }
 
 void SelfTest::walkRegions()
@@ -197,6 +199,43 @@ void SelfTest::walkOthers()
                               true);
     look(QStringLiteral("notice"));
     object("notice")->setProperty("visible", false);
+}
+
+// The real update needs a server; the pages only need its values.
+void SelfTest::walkUpdate()
+{
+    const QVariant real = m_window->property("update");
+    for (const UpdateView &view : UpdateViews::all()) {
+        const std::unique_ptr<QQmlPropertyMap> values = UpdateViews::values(view);
+        m_window->setProperty("newerVersion", view.newerVersion);
+        m_window->setProperty("update", QVariant::fromValue<QObject *>(values.get()));
+        call(m_window, "showUpdate");
+        look(QLatin1String("update ") + view.name);
+        for (const char *dialog : {"giveUpDialog", "goBackDialog", "removeBackupDialog"}) {
+            if (!view.dialogs.contains(QLatin1String(dialog)))
+                continue;
+            QMetaObject::invokeMethod(object(dialog), "open");
+            look(QLatin1String(dialog) + QLatin1Char(' ') + view.name);
+            QMetaObject::invokeMethod(object(dialog), "close");
+        }
+        if (view.showsElsewhere) {
+            for (const int page : {0, 1, 3}) {
+                m_window->setProperty("page", page);
+                look(QStringLiteral("page %1, update ").arg(page) + view.name);
+            }
+            QObject *const settings = object("settingsView");
+            settings->setProperty("contentY",
+                                  settings->property("contentHeight").toReal()
+                                      - settings->property("height").toReal());
+            look(QLatin1String("end of the settings, update ") + view.name);
+            settings->setProperty("contentY", 0);
+            call(object("regionSheet"), "show", QStringLiteral("FI"));
+            look(QLatin1String("details, update ") + view.name);
+            closeDialogs();
+        }
+        m_window->setProperty("update", real);
+    }
+    m_window->setProperty("newerVersion", QString());
 }
 
 void SelfTest::look(const QString &what)

@@ -30,6 +30,7 @@ private:
     void walk(QSize size, const QString &style);
     void walkRegions();
     void walkOthers();
+    void walkUpdate();
     void look(const QString &what);
     void call(QObject *object, const char *function, const QVariant &argument = QVariant());
     void closeDialogs();

@@ -4,18 +4,27 @@ pragma Singleton
 import QtQuick 2.15
 
 QtObject {
+    /** Why nothing can be installed or removed now, in words; empty if it can be. */
+    property string blockade
+
     function install(id) {
-        if (!session.installer.install(id))
+        if (blockade !== "")
+            session.noticed(blockade, true)
+        else if (!session.installer.install(id))
             session.noticed(session.installer.refusal(), true)
     }
 
     function cancel(id) {
-        if (!session.installer.cancel(id))
+        if (blockade !== "")
+            session.noticed(blockade, true)
+        else if (!session.installer.cancel(id))
             session.noticed(session.installer.refusal(), true)
     }
 
     function remove(id) {
-        if (!session.installer.remove(id))
+        if (blockade !== "")
+            session.noticed(blockade, true)
+        else if (!session.installer.remove(id))
             session.noticed(session.installer.refusal(), true)
     }
 }

@@ -11,6 +11,10 @@ ApplicationWindow {
 
     readonly property bool wide: width >= 720
     property int page: 0
+    readonly property int updatePage: 4
+    property int pageBefore: 0
+    property var update: session.update
+    property string newerVersion: session.newerVersion
 
     visible: true
     width: 360
@@ -35,9 +39,20 @@ ApplicationWindow {
         page = number
     }
 
+    /** The page of the update, which leads back to where one came from. */
+    function showUpdate() {
+        if (page !== updatePage)
+            pageBefore = page
+        page = updatePage
+    }
+
     function goBack() {
         if (pages.item && pages.item.goBack())
             return
+        if (page === updatePage) {
+            page = pageBefore
+            return
+        }
         if (page !== 0)
             page = 0
     }
@@ -46,6 +61,11 @@ ApplicationWindow {
         target: Theme
         property: "dark"
         value: session.dark
+    }
+    Binding {
+        target: Actions
+        property: "blockade"
+        value: window.update.blockade
     }
     Connections {
         target: session
@@ -123,6 +143,8 @@ ApplicationWindow {
                         iconName: modelData.icon
                         badge: index === entries.transfersPage ? entries.transfers : 0
                         current: window.page === index
+                                 || (window.page === window.updatePage
+                                     && window.pageBefore === index)
                         Layout.fillWidth: true
                         onClicked: window.show(index)
                     }
@@ -195,6 +217,8 @@ ApplicationWindow {
                             iconName: modelData.icon
                             badge: index === entries.transfersPage ? entries.transfers : 0
                             current: window.page === index
+                                 || (window.page === window.updatePage
+                                     && window.pageBefore === index)
                             Layout.fillWidth: true
                             Layout.preferredWidth: 1
                             onClicked: window.show(index)
@@ -237,11 +261,17 @@ ApplicationWindow {
                     id: regionsPage
 
                     objectName: "regionsPage"
+                    update: window.update
+                    newerVersion: window.newerVersion
+                    onUpdateAsked: window.showUpdate()
                     focus: window.page === 0
                     onSheetAsked: id => sheet.show(id)
                 }
                 InstalledPage {
                     objectName: "installedPage"
+                    update: window.update
+                    newerVersion: window.newerVersion
+                    onUpdateAsked: window.showUpdate()
                     focus: window.page === 1
                     onSheetAsked: id => sheet.show(id)
                     onRemovalAsked: id => removal.ask(id)
@@ -256,6 +286,16 @@ ApplicationWindow {
                 SettingsPage {
                     objectName: "settingsPage"
                     focus: window.page === 3
+                    update: window.update
+                    newerVersion: window.newerVersion
+                    onUpdateAsked: window.showUpdate()
+                }
+                UpdatePage {
+                    objectName: "updatePage"
+                    focus: window.page === window.updatePage
+                    update: window.update
+                    newerVersion: window.newerVersion
+                    onBackAsked: window.goBack()
                 }
             }
             RegionSheet {

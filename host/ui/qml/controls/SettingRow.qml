@@ -22,26 +22,35 @@ AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: RowLayout {
+    // No layouts: they would have to find their height again whenever a value changes.
+    contentItem: Item {
         id: content
 
-        spacing: Theme.gap
+        implicitHeight: words.height
 
         Icon {
+            id: icon
+
             visible: control.iconName !== ""
             name: control.iconName
             color: Theme.secondaryText
-            Layout.leftMargin: Theme.gap
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.gap
+            anchors.verticalCenter: parent.verticalCenter
         }
-        ColumnLayout {
-            Layout.fillWidth: true
-            Layout.leftMargin: control.iconName === "" ? Theme.gap : 0
-            Layout.rightMargin: control.actionable ? 0 : Theme.gap
+        Column {
+            id: words
+
             spacing: 2
+            anchors.left: icon.visible ? icon.right : parent.left
+            anchors.leftMargin: Theme.gap
+            anchors.right: arrow.visible ? arrow.left : parent.right
+            anchors.rightMargin: Theme.gap
+            anchors.verticalCenter: parent.verticalCenter
 
             TextLabel {
                 text: control.text
-                Layout.fillWidth: true
+                width: parent.width
             }
             TextLabel {
                 visible: control.value !== ""
@@ -49,16 +58,20 @@ AbstractButton {
                 color: Theme.secondaryText
                 font.pixelSize: 14
                 wrapMode: Text.WrapAtWordBoundaryOrAnywhere
-                Layout.fillWidth: true
+                width: parent.width
             }
         }
         Icon {
+            id: arrow
+
             visible: control.actionable
             name: "next"
             directional: true
             size: 20
             color: Theme.secondaryText
-            Layout.rightMargin: Theme.gap
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.gap
+            anchors.verticalCenter: parent.verticalCenter
         }
     }
     background: Rectangle {

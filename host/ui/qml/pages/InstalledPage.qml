@@ -8,7 +8,12 @@ import VexaMaps 1.0
 FocusScope {
     id: page
 
+    /** The update of all maps, and the version that it would lead to. */
+    property var update: session.update
+    property string newerVersion: session.newerVersion
+
     signal sheetAsked(string id)
+    signal updateAsked
     signal removalAsked(string id)
     signal browsingAsked
 
@@ -23,6 +28,17 @@ FocusScope {
             Layout.alignment: Qt.AlignHCenter
             Layout.fillWidth: true
             Layout.maximumWidth: Theme.column
+        }
+        UpdateBanner {
+            update: page.update
+            newerVersion: page.newerVersion
+            Layout.alignment: Qt.AlignHCenter
+            Layout.fillWidth: true
+            Layout.maximumWidth: Theme.column - 32
+            Layout.leftMargin: Theme.gap
+            Layout.rightMargin: Theme.gap
+            Layout.bottomMargin: 12
+            onTriggered: page.updateAsked()
         }
         Item {
             Layout.fillWidth: true
@@ -48,6 +64,7 @@ FocusScope {
 
                     IconButton {
                         visible: !row.region.pending && row.region.downloadable
+                        enabled: Actions.blockade === ""
                         focusPolicy: row.buttonFocus
                         text: qsTr("Update %1").arg(row.region.name)
                         iconName: "update"
@@ -56,6 +73,7 @@ FocusScope {
                     }
                     IconButton {
                         visible: !row.region.pending
+                        enabled: Actions.blockade === ""
                         focusPolicy: row.buttonFocus
                         text: qsTr("Remove %1").arg(row.region.name)
                         iconName: "trash"

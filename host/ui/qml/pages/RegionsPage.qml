@@ -15,7 +15,12 @@ FocusScope {
     readonly property string currentId: levels.currentItem ? levels.currentItem.parentId : ""
     property var current: ({})
 
+    /** The update of all maps, and the version that it would lead to. */
+    property var update: session.update
+    property string newerVersion: session.newerVersion
+
     signal sheetAsked(string id)
+    signal updateAsked
 
     function focusSearch() {
         search.forceActiveFocus()
@@ -90,6 +95,17 @@ FocusScope {
                 visible: session.refreshing || session.regions.loading
                 Layout.rightMargin: Theme.unit
             }
+        }
+        UpdateBanner {
+            update: page.update
+            newerVersion: page.newerVersion
+            Layout.alignment: Qt.AlignHCenter
+            Layout.fillWidth: true
+            Layout.maximumWidth: Theme.column - 32
+            Layout.leftMargin: Theme.gap
+            Layout.rightMargin: Theme.gap
+            Layout.bottomMargin: 12
+            onTriggered: page.updateAsked()
         }
         SearchField {
             id: search
@@ -233,6 +249,7 @@ FocusScope {
                         text: page.current.installed || page.current.pending
                               ? qsTr("Details") : qsTr("Install")
                         primary: !page.current.installed && !page.current.pending
+                        enabled: !primary || Actions.blockade === ""
                         onClicked: {
                             if (primary)
                                 Actions.install(page.currentId)

@@ -9,6 +9,12 @@ import VexaMaps 1.0
 FocusScope {
     id: page
 
+    /** The update of all maps, and the version that it would lead to. */
+    property var update: session.update
+    property string newerVersion: session.newerVersion
+
+    signal updateAsked
+
     readonly property var styles: [
         { text: qsTr("As the system"), value: "" },
         { text: qsTr("Light"), value: "light" },
@@ -36,7 +42,7 @@ FocusScope {
 
     onVisibleChanged: {
         if (visible)
-            session.measureFreeSpace()
+            session.update.look()
     }
 
     RegionFilterModel {
@@ -59,6 +65,7 @@ FocusScope {
         Flickable {
             id: view
 
+            objectName: "settingsView"
             Layout.fillWidth: true
             Layout.fillHeight: true
             contentHeight: column.implicitHeight + 32
@@ -142,6 +149,10 @@ FocusScope {
                         value: session.catalog.mapBaseDirectory
                     }
                 }
+                OldMapsCard {
+                    update: page.update
+                    Layout.fillWidth: true
+                }
                 Card {
                     title: qsTr("Server")
                     Layout.fillWidth: true
@@ -154,10 +165,19 @@ FocusScope {
                     }
                     SettingRow {
                         text: qsTr("List of maps")
-                        value: session.newerVersion === ""
-                               ? qsTr("%n map(s) to choose from", "", session.regions.count)
-                               : qsTr("The server has newer maps: version %1")
-                                     .arg(session.newerVersion)
+                        value: qsTr("%n map(s) to choose from", "", session.regions.count)
+                    }
+                    SettingRow {
+                        actionable: true
+                        text: qsTr("Update of all maps")
+                        value: page.update.running ? qsTr("Under way")
+                               : page.update.prepared
+                                 ? qsTr("Version %1 is being prepared").arg(page.update.targetVersion)
+                               : page.newerVersion !== ""
+                                 ? qsTr("The server has newer maps: version %1")
+                                       .arg(page.newerVersion)
+                               : qsTr("No newer maps are known")
+                        onClicked: page.updateAsked()
                     }
                     RowLayout {
                         Layout.leftMargin: Theme.gap

@@ -33,6 +33,7 @@ FocusScope {
 
             PushButton {
                 objectName: "pauseButton"
+                enabled: Actions.blockade === ""
                 visible: session.installer.paused || session.installer.pending.length > 0
                 text: session.installer.paused ? qsTr("Resume") : qsTr("Pause")
                 iconName: session.installer.paused ? "play" : "pause"
@@ -82,6 +83,7 @@ FocusScope {
 
                     IconButton {
                         visible: !row.region.pending
+                        enabled: Actions.blockade === ""
                         focusPolicy: row.buttonFocus
                         text: qsTr("Try %1 again").arg(row.region.name)
                         iconName: "refresh"
@@ -90,6 +92,7 @@ FocusScope {
                     }
                     IconButton {
                         visible: row.region.pending
+                        enabled: Actions.blockade === ""
                         focusPolicy: row.buttonFocus
                         text: qsTr("Cancel %1").arg(row.region.name)
                         iconName: "close"

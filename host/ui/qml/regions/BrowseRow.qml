@@ -11,6 +11,7 @@ RegionRow {
 
     IconButton {
         visible: row.region.downloadable && !row.region.installed && !row.region.pending
+        enabled: Actions.blockade === ""
         focusPolicy: row.buttonFocus
         text: row.failed ? qsTr("Try %1 again").arg(row.region.name)
                          : qsTr("Install %1").arg(row.region.name)
@@ -20,6 +21,7 @@ RegionRow {
     }
     IconButton {
         visible: row.region.pending
+        enabled: Actions.blockade === ""
         focusPolicy: row.buttonFocus
         text: qsTr("Cancel %1").arg(row.region.name)
         iconName: "close"

@@ -48,6 +48,13 @@ SheetDialog {
         color: sheet.region.state === "failed" ? Theme.danger : Theme.text
         Layout.fillWidth: true
     }
+    TextLabel {
+        visible: text !== ""
+        text: Actions.blockade
+        color: Theme.secondaryText
+        font.pixelSize: 14
+        Layout.fillWidth: true
+    }
     ProgressLine {
         visible: sheet.region.pending === true
         fraction: sheet.region.progress === undefined ? -1 : sheet.region.progress
@@ -85,6 +92,7 @@ SheetDialog {
 
         PushButton {
             visible: sheet.region.pending === true
+            enabled: Actions.blockade === ""
             text: qsTr("Cancel the download")
             iconName: "close"
             Layout.fillWidth: true
@@ -96,6 +104,7 @@ SheetDialog {
         }
         PushButton {
             visible: sheet.region.installed === true && !sheet.region.pending
+            enabled: Actions.blockade === ""
             text: qsTr("Remove")
             iconName: "trash"
             dangerous: true
@@ -108,6 +117,7 @@ SheetDialog {
         }
         PushButton {
             visible: sheet.region.downloadable === true && !sheet.region.pending
+            enabled: Actions.blockade === ""
             text: sheet.failed ? qsTr("Try again")
                                : sheet.region.installed ? qsTr("Update") : qsTr("Install")
             iconName: sheet.failed ? "refresh" : sheet.region.installed ? "update" : "download"
