@@ -341,10 +341,116 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation>يجري تحديث كل الخرائط. لا يمكن تثبيت خريطة أخرى أو إزالتها قبل انتهاء ذلك.</translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation>تحديث كل الخرائط لم يكتمل. تابعه أو تخلَّ عنه قبل تثبيت خرائط أو إزالتها.</translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation>لا تزال الخرائط القديمة من آخر تحديث محفوظة. أزلها أولًا.</translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation>لا يوجد اتصال بالشبكة.</translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation>التنزيلات في انتظار شبكة Wi-Fi.</translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation>يجري تغيير الخرائط بالفعل.</translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation>لم تُفتح الخرائط بعد.</translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation>يجري جلب قائمة الخرائط. انتظر حتى ينتهي ذلك.</translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation>دع عمليات النقل تنتهي أو ألغها قبل تحديث كل الخرائط.</translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%L2)</translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation>الخرائط القديمة</translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation>الإصدار المحفوظ</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>الحجم</translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation>قيد القياس</translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation>الاحتفاظ بالخرائط القديمة</translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation>العودة إلى الإصدار %1</translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation>إزالة الخرائط القديمة</translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation>إزالة النسخة الاحتياطية</translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation>هل تريد العودة إلى الإصدار %1؟</translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation>تُستخدم الخرائط القديمة من جديد. تبقى الأحدث على هذا الجهاز إلى أن تزيلها.</translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation>ثُبّتت هذه الخرائط بعد ذلك وليست ضمن القديمة: %1.</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>العودة</translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation>هل تريد إزالة الخرائط القديمة؟</translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation>يحرّر ذلك %1.</translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation>لا يمكنك العودة إلى الإصدار %1 بعد ذلك.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>إزالة</translation>
     </message>
 </context>
 <context>
@@ -950,6 +1056,26 @@
         <source>Version</source>
         <translation>الإصدار</translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>تحديث كل الخرائط</translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation>جارٍ</translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation>الإصدار %1 على هذا الجهاز</translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation>يجري تحضير الإصدار %1</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>لا توجد خرائط أحدث معروفة</translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1089,6 +1215,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation>لدى الخادم خرائط أحدث: الإصدار %1.</translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation>عرض التحديث</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>تحديث كل الخرائط</translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1113,6 +1254,197 @@
     <message>
         <source>The archive of %1 holds no map tiles.</source>
         <translation>لا يحتوي أرشيف «%1» على أي مربعات خرائط.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation>التحديث في الانتظار</translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation>تجري العودة إلى الخرائط القديمة</translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation>يجري تحديث الخرائط</translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation>حُدّثت كل الخرائط</translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation>تعذّر إكمال التحديث</translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation>خرائط أحدث جاهزة</translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation>هناك تحديث لم يكتمل</translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation>توجد خرائط أحدث</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>لا توجد خرائط أحدث معروفة</translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation>لا توجد شبكة يُسمح باستخدامها. يتابع من تلقاء نفسه حالما تتوفر شبكة.</translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation>يجري سؤال الخادم عن إصداره</translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation>يجري جلب قائمة خرائط الإصدار %1</translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation>يجري تحضير الإصدار %1</translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation>يجري تحضير %1</translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation>يجري وضع الإصدار %1 قيد الاستخدام</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>يُرجى الانتظار</translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation>حلّ الإصدار %1 محل الإصدار %2.</translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation>الخرائط من أحدث إصدار.</translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation>لم يعد الإصدار %1 يضم هذه الخرائط المثبتة:</translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation>خرائط الإصدار %1 على هذا الجهاز. يمكن استخدامها دون تنزيل.</translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation>يتابع التحديث إلى الإصدار %1 من حيث توقف. تبقى الخرائط المستخدمة كما هي حتى يكتمل.</translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation>تُحدَّث كل الخرائط المثبتة معًا. تُنزَّل الجديدة إلى جانب المستخدمة، ويمكن العودة إلى هذه لاحقًا.</translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation>يخبر الخادم إن كانت هناك خرائط أحدث.</translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>تحديث كل الخرائط</translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation>إذا تابعت من دونها، فستبقى ضمن الخرائط القديمة فقط.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 من %2</translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation>المتابعة من دونها</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>إعادة المحاولة</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>تحديث كل الخرائط</translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation>استخدام الإصدار %1</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>متابعة</translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation>استخدام شبكة الجوّال</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>إيقاف</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation>إزالة الخرائط الأحدث</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>التخلي</translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation>البحث عن خرائط جديدة</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>الإصدارات</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>قيد الاستخدام</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>لا شيء</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>الأحدث</translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation>على الخادم</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>المساحة المتاحة</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>غير معروف</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation>هل تريد إزالة الخرائط الأحدث؟</translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation>هل تريد التخلي عن التحديث؟</translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation>يُزال ما نُزّل من الإصدار %1. تبقى الخرائط المستخدمة كما هي.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>إزالة</translation>
     </message>
 </context>
 <context>

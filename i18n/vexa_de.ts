@@ -341,10 +341,116 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation>Alle Karten werden aktualisiert. Bis dahin kann keine andere Karte installiert oder entfernt werden.</translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation>Eine Aktualisierung aller Karten ist nicht abgeschlossen. Bitte fortsetzen oder aufgeben, bevor Karten installiert oder entfernt werden.</translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation>Die alten Karten der letzten Aktualisierung sind noch vorhanden. Bitte zuerst entfernen.</translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation>Es besteht keine Netzwerkverbindung.</translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation>Downloads warten auf WLAN.</translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation>Die Karten werden bereits geändert.</translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation>Die Karten sind noch nicht geöffnet.</translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation>Die Kartenliste wird gerade abgerufen. Bitte warten, bis das fertig ist.</translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation>Vor der Aktualisierung aller Karten müssen die Transfers beendet oder abgebrochen sein.</translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation>Alte Karten</translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation>Aufbewahrte Version</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation>Wird ermittelt</translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation>Alte Karten behalten</translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation>Zurück zu Version %1</translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation>Alte Karten entfernen</translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation>Sicherung entfernen</translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation>Zurück zu Version %1?</translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation>Die alten Karten kommen wieder in Gebrauch. Die neueren bleiben auf diesem Gerät, bis sie entfernt werden.</translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation>Diese Karten wurden seitdem installiert und fehlen unter den alten: %1.</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>Zurückkehren</translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation>Alte Karten entfernen?</translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation>Dadurch werden %1 frei.</translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation>Danach ist keine Rückkehr zu Version %1 möglich.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
     </message>
 </context>
 <context>
@@ -930,6 +1036,26 @@
         <source>Version</source>
         <translation>Version</translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Alle Karten aktualisieren</translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation>Läuft gerade</translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation>Version %1 ist auf diesem Gerät</translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation>Version %1 wird vorbereitet</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>Keine neueren Karten bekannt</translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1069,6 +1195,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation>Der Server hat neuere Karten: Version %1.</translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation>Aktualisierung anzeigen</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Alle Karten aktualisieren</translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1093,6 +1234,197 @@
     <message>
         <source>The archive of %1 holds no map tiles.</source>
         <translation>Das Archiv von %1 enthält keine Kartenkacheln.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation>Die Aktualisierung wartet</translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation>Rückkehr zu den alten Karten</translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation>Die Karten werden aktualisiert</translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation>Alle Karten sind aktualisiert</translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation>Die Aktualisierung konnte nicht abgeschlossen werden</translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation>Neuere Karten liegen bereit</translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation>Eine Aktualisierung ist nicht abgeschlossen</translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation>Es gibt neuere Karten</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>Keine neueren Karten bekannt</translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation>Es gibt kein Netzwerk, das sie verwenden darf. Sie geht von selbst weiter, sobald es eines gibt.</translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation>Der Server wird nach seiner Version gefragt</translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation>Die Kartenliste der Version %1 wird abgerufen</translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation>Version %1 wird vorbereitet</translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation>%1 wird vorbereitet</translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation>Version %1 wird in Gebrauch genommen</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>Bitte warten</translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation>Version %1 hat Version %2 abgelöst.</translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation>Die Karten sind auf dem neuesten Stand.</translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation>Diese installierten Karten gibt es in Version %1 nicht mehr:</translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation>Die Karten der Version %1 sind auf diesem Gerät. Sie können ohne Download in Gebrauch genommen werden.</translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation>Die Aktualisierung auf Version %1 geht dort weiter, wo sie endete. Die Karten in Gebrauch bleiben bis zum Abschluss unverändert.</translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation>Alle installierten Karten werden gemeinsam aktualisiert. Die neuen werden neben denen in Gebrauch heruntergeladen; danach ist eine Rückkehr zu den alten möglich.</translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation>Der Server gibt Auskunft, ob es welche gibt.</translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Alle Karten aktualisieren</translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation>Wird ohne sie fortgesetzt, bleiben sie nur in den alten Karten erhalten.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation>Ohne sie fortsetzen</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Alle Karten aktualisieren</translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation>Version %1 verwenden</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation>Mobilfunk verwenden</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation>Neuere Karten entfernen</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>Aufgeben</translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation>Neue Karten suchen</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Versionen</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>In Gebrauch</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>Neuere</translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation>Auf dem Server</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Freier Speicher</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Unbekannt</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation>Neuere Karten entfernen?</translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation>Aktualisierung aufgeben?</translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation>Was von Version %1 heruntergeladen wurde, wird entfernt. Die Karten in Gebrauch bleiben unverändert.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
     </message>
 </context>
 <context>

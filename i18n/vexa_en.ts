@@ -341,9 +341,115 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -930,6 +1036,26 @@
         <source>Version</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1069,6 +1195,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1092,6 +1233,197 @@
     </message>
     <message>
         <source>The archive of %1 holds no map tiles.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

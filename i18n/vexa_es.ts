@@ -341,10 +341,116 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation>Se están actualizando todos los mapas. Hasta que termine no se puede instalar ni eliminar ningún otro mapa.</translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation>Una actualización de todos los mapas no ha terminado. Continúela o abandónela antes de instalar o eliminar mapas.</translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation>Todavía se conservan los mapas antiguos de la última actualización. Elimínelos primero.</translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation>No hay conexión de red.</translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation>Las descargas esperan a la Wi-Fi.</translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation>Los mapas ya se están modificando.</translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation>Los mapas aún no están abiertos.</translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation>Se está obteniendo la lista de mapas. Espere a que termine.</translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation>Deje que terminen las transferencias, o cancélelas, antes de actualizar todos los mapas.</translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation>Mapas antiguos</translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation>Versión conservada</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Tamaño</translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation>Midiendo</translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation>Conservar los mapas antiguos</translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation>Volver a la versión %1</translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation>Eliminar los mapas antiguos</translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation>Eliminar la copia de seguridad</translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation>¿Volver a la versión %1?</translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation>Los mapas antiguos vuelven a usarse. Los más nuevos permanecen en este dispositivo hasta que los elimine.</translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation>Estos mapas se instalaron después y no están entre los antiguos: %1.</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>Volver</translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation>¿Eliminar los mapas antiguos?</translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation>Esto libera %1.</translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation>Después no podrá volver a la versión %1.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Eliminar</translation>
     </message>
 </context>
 <context>
@@ -930,6 +1036,26 @@
         <source>Version</source>
         <translation>Versión</translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Actualización de todos los mapas</translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation>En curso</translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation>La versión %1 está en este dispositivo</translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation>Se está preparando la versión %1</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>No se conocen mapas más nuevos</translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1069,6 +1195,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation>El servidor tiene mapas más nuevos: versión %1.</translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation>Mostrar la actualización</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Actualizar todos los mapas</translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1093,6 +1234,197 @@
     <message>
         <source>The archive of %1 holds no map tiles.</source>
         <translation>El archivo comprimido de %1 no contiene teselas de mapa.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation>La actualización espera</translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation>Volviendo a los mapas antiguos</translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation>Se están actualizando los mapas</translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation>Todos los mapas están actualizados</translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation>No se pudo terminar la actualización</translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation>Hay mapas más nuevos listos</translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation>Una actualización no ha terminado</translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation>Hay mapas más nuevos</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>No se conocen mapas más nuevos</translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation>No hay ninguna red que pueda usar. Continuará sola en cuanto la haya.</translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation>Consultando la versión del servidor</translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation>Obteniendo la lista de mapas de la versión %1</translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation>Preparando la versión %1</translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation>Preparando %1</translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation>Poniendo en uso la versión %1</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>Un momento, por favor</translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation>La versión %1 ha sustituido a la versión %2.</translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation>Los mapas son de la versión más nueva.</translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation>La versión %1 ya no tiene estos mapas instalados:</translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation>Los mapas de la versión %1 están en este dispositivo. Pueden usarse sin descargar nada.</translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation>La actualización a la versión %1 continúa donde se quedó. Los mapas en uso no cambian hasta que termine.</translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation>Todos los mapas instalados se actualizan juntos. Los nuevos se descargan junto a los que están en uso, a los que se puede volver después.</translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation>El servidor indica si los hay.</translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Actualización de todos los mapas</translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation>Si continúa sin ellos, solo quedarán en los mapas antiguos.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 de %2</translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation>Continuar sin ellos</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Reintentar</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Actualizar todos los mapas</translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation>Usar la versión %1</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>Continuar</translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation>Usar la red móvil</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation>Eliminar los mapas más nuevos</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>Abandonar</translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation>Buscar mapas nuevos</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Versiones</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>En uso</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Ninguna</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>Más nueva</translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation>En el servidor</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Espacio libre</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Desconocido</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation>¿Eliminar los mapas más nuevos?</translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation>¿Abandonar la actualización?</translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation>Lo descargado de la versión %1 se elimina. Los mapas en uso no cambian.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Eliminar</translation>
     </message>
 </context>
 <context>

@@ -341,10 +341,116 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation>Kaikkia karttoja päivitetään. Muita karttoja ei voi asentaa eikä poistaa, ennen kuin se on valmis.</translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation>Kaikkien karttojen päivitys on kesken. Jatka sitä tai luovu siitä, ennen kuin asennat tai poistat karttoja.</translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation>Edellisen päivityksen vanhat kartat ovat vielä tallessa. Poista ne ensin.</translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation>Verkkoyhteyttä ei ole.</translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation>Lataukset odottavat Wi-Fi-yhteyttä.</translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation>Karttoja muutetaan jo.</translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation>Karttoja ei ole vielä avattu.</translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation>Karttaluetteloa haetaan. Odota, kunnes se on valmis.</translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation>Anna siirtojen valmistua tai peru ne, ennen kuin päivität kaikki kartat.</translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation>Vanhat kartat</translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation>Säilytetty versio</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Koko</translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation>Mitataan</translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation>Säilytä vanhat kartat</translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation>Palaa versioon %1</translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation>Poista vanhat kartat</translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation>Poista varmuuskopio</translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation>Palataanko versioon %1?</translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation>Vanhat kartat otetaan taas käyttöön. Uudemmat pysyvät tällä laitteella, kunnes poistat ne.</translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation>Nämä kartat on asennettu sen jälkeen, eivätkä ne ole vanhojen joukossa: %1.</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>Palaa</translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation>Poistetaanko vanhat kartat?</translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation>Tämä vapauttaa %1.</translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation>Sen jälkeen versioon %1 ei voi palata.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Poista</translation>
     </message>
 </context>
 <context>
@@ -930,6 +1036,26 @@
         <source>Version</source>
         <translation>Versio</translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Kaikkien karttojen päivitys</translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation>Käynnissä</translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation>Versio %1 on tällä laitteella</translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation>Versiota %1 valmistellaan</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>Uudempia karttoja ei tunneta</translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1069,6 +1195,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation>Palvelimella on uudempia karttoja: versio %1.</translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation>Näytä päivitys</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Päivitä kaikki kartat</translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1093,6 +1234,197 @@
     <message>
         <source>The archive of %1 holds no map tiles.</source>
         <translation>Alueen %1 arkistossa ei ole karttaruutuja.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation>Päivitys odottaa</translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation>Palataan vanhoihin karttoihin</translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation>Karttoja päivitetään</translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation>Kaikki kartat on päivitetty</translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation>Päivitystä ei voitu viedä loppuun</translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation>Uudemmat kartat ovat valmiina</translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation>Päivitys on kesken</translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation>Uudempia karttoja on saatavilla</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>Uudempia karttoja ei tunneta</translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation>Verkkoa, jota se saa käyttää, ei ole. Se jatkuu itsestään heti, kun sellainen on.</translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation>Kysytään palvelimen versiota</translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation>Haetaan version %1 karttaluetteloa</translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation>Valmistellaan versiota %1</translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation>Valmistellaan: %1</translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation>Otetaan versio %1 käyttöön</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>Odota hetki</translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation>Versio %1 on korvannut version %2.</translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation>Kartat ovat uusinta versiota.</translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation>Versiossa %1 ei enää ole näitä asennettuja karttoja:</translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation>Version %1 kartat ovat tällä laitteella. Ne voi ottaa käyttöön lataamatta mitään.</translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation>Päivitys versioon %1 jatkuu siitä, mihin se jäi. Käytössä olevat kartat pysyvät ennallaan, kunnes se on valmis.</translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation>Kaikki asennetut kartat päivitetään yhdessä. Uudet ladataan käytössä olevien rinnalle, ja vanhoihin voi palata jälkeenpäin.</translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation>Palvelin kertoo, onko niitä.</translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Kaikkien karttojen päivitys</translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation>Jos jatkat ilman niitä, ne säilyvät vain vanhoissa kartoissa.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation>Jatka ilman niitä</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Yritä uudelleen</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Päivitä kaikki kartat</translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation>Käytä versiota %1</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>Jatka</translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation>Käytä mobiiliverkkoa</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Pysäytä</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation>Poista uudemmat kartat</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>Luovu</translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation>Etsi uusia karttoja</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Versiot</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>Käytössä</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Ei mitään</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>Uudempi</translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation>Palvelimella</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Vapaata tilaa</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Tuntematon</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation>Poistetaanko uudemmat kartat?</translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation>Luovutaanko päivityksestä?</translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation>Versiosta %1 ladattu poistetaan. Käytössä olevat kartat pysyvät ennallaan.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Poista</translation>
     </message>
 </context>
 <context>

@@ -341,10 +341,116 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation>Toutes les cartes sont en cours de mise à jour. Aucune autre carte ne peut être installée ni supprimée avant la fin.</translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation>Une mise à jour de toutes les cartes n’est pas terminée. Reprenez-la ou abandonnez-la avant d’installer ou de supprimer des cartes.</translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation>Les anciennes cartes de la dernière mise à jour sont encore conservées. Supprimez-les d’abord.</translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation>Il n’y a pas de connexion réseau.</translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation>Les téléchargements attendent le Wi-Fi.</translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation>Les cartes sont déjà en cours de modification.</translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation>Les cartes ne sont pas encore ouvertes.</translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation>La liste des cartes est en cours de récupération. Attendez la fin.</translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation>Laissez les transferts se terminer, ou annulez-les, avant de mettre à jour toutes les cartes.</translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation>Anciennes cartes</translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation>Version conservée</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Taille</translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation>En cours de mesure</translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation>Conserver les anciennes cartes</translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation>Revenir à la version %1</translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation>Supprimer les anciennes cartes</translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation>Supprimer la sauvegarde</translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation>Revenir à la version %1&#xa0;?</translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation>Les anciennes cartes sont remises en service. Les plus récentes restent sur cet appareil jusqu’à ce que vous les supprimiez.</translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation>Ces cartes ont été installées depuis et ne figurent pas parmi les anciennes&#xa0;: %1.</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>Revenir</translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation>Supprimer les anciennes cartes&#xa0;?</translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation>Cela libère %1.</translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation>Vous ne pourrez plus revenir à la version %1 ensuite.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Supprimer</translation>
     </message>
 </context>
 <context>
@@ -930,6 +1036,26 @@
         <source>Version</source>
         <translation>Version</translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Mise à jour de toutes les cartes</translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation>En cours</translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation>La version %1 est sur cet appareil</translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation>La version %1 est en préparation</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>Aucune carte plus récente connue</translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1069,6 +1195,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation>Le serveur a des cartes plus récentes&#xa0;: version %1.</translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation>Afficher la mise à jour</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Mettre à jour toutes les cartes</translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1093,6 +1234,197 @@
     <message>
         <source>The archive of %1 holds no map tiles.</source>
         <translation>L’archive de la région %1 ne contient aucune tuile de carte.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation>La mise à jour attend</translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation>Retour aux anciennes cartes</translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation>Les cartes sont en cours de mise à jour</translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation>Toutes les cartes sont à jour</translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation>La mise à jour n’a pas pu être terminée</translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation>Des cartes plus récentes sont prêtes</translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation>Une mise à jour n’est pas terminée</translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation>Il y a des cartes plus récentes</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>Aucune carte plus récente connue</translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation>Aucun réseau autorisé n’est disponible. Elle reprendra d’elle-même dès qu’il y en aura un.</translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation>Demande de la version au serveur</translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation>Récupération de la liste des cartes de la version %1</translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation>Préparation de la version %1</translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation>Préparation de %1</translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation>Mise en service de la version %1</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>Veuillez patienter</translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation>La version %1 a remplacé la version %2.</translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation>Les cartes sont de la version la plus récente.</translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation>La version %1 ne contient plus ces cartes installées&#xa0;:</translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation>Les cartes de la version %1 sont sur cet appareil. Elles peuvent être mises en service sans téléchargement.</translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation>La mise à jour vers la version %1 reprend là où elle s’est arrêtée. Les cartes utilisées restent inchangées jusqu’à la fin.</translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation>Toutes les cartes installées sont mises à jour ensemble. Les nouvelles sont téléchargées à côté de celles utilisées, auxquelles vous pourrez revenir ensuite.</translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation>Le serveur indique s’il y en a.</translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Mise à jour de toutes les cartes</translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation>Si vous continuez sans elles, elles ne restent que dans les anciennes cartes.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation>Continuer sans elles</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Réessayer</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Mettre à jour toutes les cartes</translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation>Utiliser la version %1</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>Continuer</translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation>Utiliser le réseau mobile</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation>Supprimer les cartes plus récentes</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>Abandonner</translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation>Chercher de nouvelles cartes</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Versions</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>Utilisée</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Aucune</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>Plus récente</translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation>Sur le serveur</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Espace libre</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Inconnu</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation>Supprimer les cartes plus récentes&#xa0;?</translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation>Abandonner la mise à jour&#xa0;?</translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation>Ce qui a été téléchargé de la version %1 est supprimé. Les cartes utilisées restent inchangées.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Supprimer</translation>
     </message>
 </context>
 <context>

@@ -341,10 +341,116 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation>すべての地図を更新しています。終わるまで、ほかの地図のインストールや削除はできません。</translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation>すべての地図の更新が終わっていません。地図をインストールまたは削除する前に、更新を続けるか中止してください。</translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation>前回の更新の古い地図がまだ残っています。先に削除してください。</translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation>ネットワークに接続されていません。</translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation>ダウンロードは Wi-Fi 接続を待っています。</translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation>地図はすでに変更中です。</translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation>地図はまだ開かれていません。</translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation>地図の一覧を取得しています。終わるまでお待ちください。</translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation>すべての地図を更新する前に、転送が終わるのを待つか、キャンセルしてください。</translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
         <translation>%1（%2）</translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation>古い地図</translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation>保存されているバージョン</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>サイズ</translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation>計測中</translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation>古い地図を残す</translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation>バージョン %1 に戻す</translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation>古い地図を削除</translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation>バックアップを削除</translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation>バージョン %1 に戻しますか？</translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation>古い地図をふたたび使います。新しい地図は、削除するまでこの端末に残ります。</translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation>次の地図はその後にインストールされたため、古い地図には含まれません：%1。</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>元に戻す</translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation>古い地図を削除しますか？</translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation>%1 の空きができます。</translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation>その後、バージョン %1 には戻せません。</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>削除</translation>
     </message>
 </context>
 <context>
@@ -925,6 +1031,26 @@
         <source>Version</source>
         <translation>バージョン</translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>すべての地図の更新</translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation>進行中</translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation>バージョン %1 がこの端末にあります</translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation>バージョン %1 を準備中</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>新しい地図は見つかっていません</translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1064,6 +1190,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation>サーバーに新しい地図があります：バージョン %1。</translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation>更新を表示</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>すべての地図を更新</translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1088,6 +1229,197 @@
     <message>
         <source>The archive of %1 holds no map tiles.</source>
         <translation>「%1」のアーカイブに地図タイルがありません。</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation>更新は待機中です</translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation>古い地図に戻しています</translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation>地図を更新しています</translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation>すべての地図を更新しました</translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation>更新を完了できませんでした</translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation>新しい地図の準備ができています</translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation>更新が終わっていません</translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation>新しい地図があります</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>新しい地図は見つかっていません</translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation>使用できるネットワークがありません。使えるようになると自動的に続きます。</translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation>サーバーにバージョンを確認しています</translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation>バージョン %1 の地図の一覧を取得しています</translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation>バージョン %1 を準備しています</translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation>%1 を準備しています</translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation>バージョン %1 に切り替えています</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>お待ちください</translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation>バージョン %2 がバージョン %1 に置き換わりました。</translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation>地図は最新バージョンです。</translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation>バージョン %1 には、インストール済みの次の地図がありません：</translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation>バージョン %1 の地図はこの端末にあります。ダウンロードせずに使えます。</translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation>バージョン %1 への更新は、止まったところから続きます。終わるまで、使用中の地図は変わりません。</translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation>インストール済みの地図をまとめて更新します。新しい地図は使用中の地図とは別にダウンロードされ、あとで元の地図に戻せます。</translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation>あるかどうかはサーバーに問い合わせます。</translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>すべての地図の更新</translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation>これらなしで続けると、古い地図にだけ残ります。</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation>これらなしで続ける</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>再試行</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>すべての地図を更新</translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation>バージョン %1 を使う</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>続ける</translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation>モバイル回線を使用</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation>新しい地図を削除</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>中止</translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation>新しい地図を確認</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>バージョン</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>使用中</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>なし</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>新しいもの</translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation>サーバー上</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>空き容量</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>不明</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation>新しい地図を削除しますか？</translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation>更新を中止しますか？</translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation>バージョン %1 でダウンロードしたものを削除します。使用中の地図は変わりません。</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>削除</translation>
     </message>
 </context>
 <context>

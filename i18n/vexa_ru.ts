@@ -341,10 +341,116 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation>Все карты обновляются. До завершения нельзя установить или удалить другие карты.</translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation>Обновление всех карт не завершено. Продолжите его или откажитесь от него, прежде чем устанавливать или удалять карты.</translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation>Старые карты от прошлого обновления ещё хранятся. Сначала удалите их.</translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation>Нет подключения к сети.</translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation>Загрузки ждут Wi-Fi.</translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation>Карты уже изменяются.</translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation>Карты ещё не открыты.</translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation>Загружается список карт. Дождитесь окончания.</translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation>Дождитесь окончания загрузок или отмените их, прежде чем обновлять все карты.</translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
         <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation>Старые карты</translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation>Сохранённая версия</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Размер</translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation>Подсчитывается</translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation>Сохранить старые карты</translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation>Вернуться к версии %1</translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation>Удалить старые карты</translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation>Удалить резервную копию</translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation>Вернуться к версии %1?</translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation>Снова будут использоваться старые карты. Новые останутся на устройстве, пока вы их не удалите.</translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation>Эти карты установлены позже, и среди старых их нет: %1.</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>Вернуться</translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation>Удалить старые карты?</translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation>Освободится %1.</translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation>После этого вернуться к версии %1 будет нельзя.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Удалить</translation>
     </message>
 </context>
 <context>
@@ -935,6 +1041,26 @@
         <source>Version</source>
         <translation>Версия</translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Обновление всех карт</translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation>Выполняется</translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation>Версия %1 есть на устройстве</translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation>Подготавливается версия %1</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>Более новых карт не найдено</translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1074,6 +1200,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation>На сервере есть более новые карты: версия %1.</translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation>Показать обновление</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Обновить все карты</translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1098,6 +1239,197 @@
     <message>
         <source>The archive of %1 holds no map tiles.</source>
         <translation>В архиве региона «%1» нет фрагментов карты.</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation>Обновление ожидает</translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation>Возврат к старым картам</translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation>Карты обновляются</translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation>Все карты обновлены</translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation>Обновление не удалось завершить</translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation>Новые карты готовы</translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation>Обновление не завершено</translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation>Есть более новые карты</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>Более новых карт не найдено</translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation>Нет сети, которую можно использовать. Обновление продолжится само, как только она появится.</translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation>Запрос версии у сервера</translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation>Загрузка списка карт версии %1</translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation>Подготовка версии %1</translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation>Подготовка: %1</translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation>Переход на версию %1</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>Подождите</translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation>Версия %1 заменила версию %2.</translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation>Карты самой новой версии.</translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation>В версии %1 больше нет этих установленных карт:</translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation>Карты версии %1 есть на устройстве. Их можно использовать без загрузки.</translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation>Обновление до версии %1 продолжится с того же места. До завершения используемые карты не меняются.</translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation>Все установленные карты обновляются вместе. Новые загружаются рядом с используемыми, к которым потом можно вернуться.</translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation>Есть ли они, сообщит сервер.</translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>Обновление всех карт</translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation>Если продолжить без них, они останутся только среди старых карт.</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 из %2</translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation>Продолжить без них</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Повторить</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>Обновить все карты</translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation>Использовать версию %1</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>Продолжить</translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation>По мобильной сети</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Остановить</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation>Удалить новые карты</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>Отказаться</translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation>Проверить карты</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Версии</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>Используется</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Нет</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>Новая</translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation>На сервере</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Свободное место</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>Неизвестно</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation>Удалить новые карты?</translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation>Отказаться от обновления?</translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation>Загруженное из версии %1 будет удалено. Используемые карты не изменятся.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Удалить</translation>
     </message>
 </context>
 <context>

@@ -341,10 +341,116 @@
     </message>
 </context>
 <context>
+    <name>MapsUpdate</name>
+    <message>
+        <source>All maps are being updated. No other map can be installed or removed until that is done.</source>
+        <translation>正在更新所有地图。完成之前无法安装或删除其他地图。</translation>
+    </message>
+    <message>
+        <source>An update of all maps is not finished. Go on with it, or give it up, before you install or remove maps.</source>
+        <translation>所有地图的更新尚未完成。请先继续或放弃更新，然后再安装或删除地图。</translation>
+    </message>
+    <message>
+        <source>The old maps of the last update are still kept. Remove them first.</source>
+        <translation>上次更新的旧地图仍保留着。请先删除它们。</translation>
+    </message>
+    <message>
+        <source>There is no network connection.</source>
+        <translation>没有网络连接。</translation>
+    </message>
+    <message>
+        <source>Downloads wait for Wi-Fi.</source>
+        <translation>下载正在等待 Wi-Fi。</translation>
+    </message>
+    <message>
+        <source>The maps are being changed already.</source>
+        <translation>地图正在更改中。</translation>
+    </message>
+    <message>
+        <source>The maps are not open yet.</source>
+        <translation>地图尚未打开。</translation>
+    </message>
+    <message>
+        <source>The list of maps is being fetched. Wait until that is done.</source>
+        <translation>正在获取地图列表。请等待完成。</translation>
+    </message>
+    <message>
+        <source>Let the transfers end, or cancel them, before you update all maps.</source>
+        <translation>更新所有地图之前，请等待传输完成或取消传输。</translation>
+    </message>
+</context>
+<context>
     <name>NavButton</name>
     <message>
         <source>%1 (%2)</source>
         <translation>%1（%2）</translation>
+    </message>
+</context>
+<context>
+    <name>OldMapsCard</name>
+    <message>
+        <source>Old maps</source>
+        <translation>旧地图</translation>
+    </message>
+    <message>
+        <source>Kept version</source>
+        <translation>保留的版本</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>大小</translation>
+    </message>
+    <message>
+        <source>Being measured</source>
+        <translation>正在计算</translation>
+    </message>
+    <message>
+        <source>Keep old maps</source>
+        <translation>保留旧地图</translation>
+    </message>
+    <message>
+        <source>Go back to version %1</source>
+        <translation>恢复到版本 %1</translation>
+    </message>
+    <message>
+        <source>Remove old maps</source>
+        <translation>删除旧地图</translation>
+    </message>
+    <message>
+        <source>Remove the backup</source>
+        <translation>删除备份</translation>
+    </message>
+    <message>
+        <source>Go back to version %1?</source>
+        <translation>恢复到版本 %1？</translation>
+    </message>
+    <message>
+        <source>The old maps are put in use again. The newer ones stay on this device until you remove them.</source>
+        <translation>将重新使用旧地图。较新的地图会留在此设备上，直到您将其删除。</translation>
+    </message>
+    <message>
+        <source>These maps were installed since and are not among the old ones: %1.</source>
+        <translation>以下地图是之后安装的，不在旧地图之中：%1。</translation>
+    </message>
+    <message>
+        <source>Go back</source>
+        <translation>恢复</translation>
+    </message>
+    <message>
+        <source>Remove the old maps?</source>
+        <translation>删除旧地图？</translation>
+    </message>
+    <message>
+        <source>This frees %1.</source>
+        <translation>这将释放 %1。</translation>
+    </message>
+    <message>
+        <source>You cannot go back to version %1 afterwards.</source>
+        <translation>之后将无法恢复到版本 %1。</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>删除</translation>
     </message>
 </context>
 <context>
@@ -925,6 +1031,26 @@
         <source>Version</source>
         <translation>版本</translation>
     </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>所有地图的更新</translation>
+    </message>
+    <message>
+        <source>Under way</source>
+        <translation>进行中</translation>
+    </message>
+    <message>
+        <source>Version %1 is on this device</source>
+        <translation>版本 %1 已在此设备上</translation>
+    </message>
+    <message>
+        <source>Version %1 is being prepared</source>
+        <translation>正在准备版本 %1</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>没有已知的更新地图</translation>
+    </message>
 </context>
 <context>
     <name>SwapCheck</name>
@@ -1064,6 +1190,21 @@
     </message>
 </context>
 <context>
+    <name>UpdateBanner</name>
+    <message>
+        <source>The server has newer maps: version %1.</source>
+        <translation>服务器上有更新的地图：版本 %1。</translation>
+    </message>
+    <message>
+        <source>Show the update</source>
+        <translation>显示更新</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>更新所有地图</translation>
+    </message>
+</context>
+<context>
     <name>UpdateInspection</name>
     <message>
         <source>%1 names no usable map version.</source>
@@ -1088,6 +1229,197 @@
     <message>
         <source>The archive of %1 holds no map tiles.</source>
         <translation>“%1”的压缩包中没有地图图块。</translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePage</name>
+    <message>
+        <source>The update waits</source>
+        <translation>更新正在等待</translation>
+    </message>
+    <message>
+        <source>Going back to the old maps</source>
+        <translation>正在恢复到旧地图</translation>
+    </message>
+    <message>
+        <source>The maps are being updated</source>
+        <translation>正在更新地图</translation>
+    </message>
+    <message>
+        <source>All maps are updated</source>
+        <translation>所有地图均已更新</translation>
+    </message>
+    <message>
+        <source>The update could not be finished</source>
+        <translation>更新未能完成</translation>
+    </message>
+    <message>
+        <source>Newer maps are ready</source>
+        <translation>较新的地图已就绪</translation>
+    </message>
+    <message>
+        <source>An update is not finished</source>
+        <translation>更新尚未完成</translation>
+    </message>
+    <message>
+        <source>There are newer maps</source>
+        <translation>有更新的地图</translation>
+    </message>
+    <message>
+        <source>No newer maps are known</source>
+        <translation>没有已知的更新地图</translation>
+    </message>
+    <message>
+        <source>There is no network that it may use. It goes on by itself as soon as there is one.</source>
+        <translation>没有可用的网络。网络可用后会自动继续。</translation>
+    </message>
+    <message>
+        <source>Asking the server for its version</source>
+        <translation>正在查询服务器的版本</translation>
+    </message>
+    <message>
+        <source>Fetching the list of maps of version %1</source>
+        <translation>正在获取版本 %1 的地图列表</translation>
+    </message>
+    <message>
+        <source>Preparing version %1</source>
+        <translation>正在准备版本 %1</translation>
+    </message>
+    <message>
+        <source>Preparing %1</source>
+        <translation>正在准备 %1</translation>
+    </message>
+    <message>
+        <source>Putting version %1 in use</source>
+        <translation>正在启用版本 %1</translation>
+    </message>
+    <message>
+        <source>Please wait</source>
+        <translation>请稍候</translation>
+    </message>
+    <message>
+        <source>Version %1 has taken the place of version %2.</source>
+        <translation>版本 %1 已取代版本 %2。</translation>
+    </message>
+    <message>
+        <source>The maps are of the newest version.</source>
+        <translation>地图已是最新版本。</translation>
+    </message>
+    <message>
+        <source>Version %1 does not have these installed maps any more:</source>
+        <translation>版本 %1 不再包含以下已安装的地图：</translation>
+    </message>
+    <message>
+        <source>The maps of version %1 are on this device. They can be put in use without a download.</source>
+        <translation>版本 %1 的地图已在此设备上，无需下载即可启用。</translation>
+    </message>
+    <message>
+        <source>The update to version %1 goes on where it ended. The maps in use stay as they are until it is done.</source>
+        <translation>更新到版本 %1 会从中断处继续。完成之前，正在使用的地图保持不变。</translation>
+    </message>
+    <message>
+        <source>All installed maps are updated together. The new ones are downloaded beside those in use, which can be gone back to afterwards.</source>
+        <translation>所有已安装的地图会一起更新。新地图与正在使用的地图并存下载，之后可以恢复到原来的地图。</translation>
+    </message>
+    <message>
+        <source>The server tells whether there are any.</source>
+        <translation>是否有更新可向服务器查询。</translation>
+    </message>
+    <message>
+        <source>Update of all maps</source>
+        <translation>所有地图的更新</translation>
+    </message>
+    <message>
+        <source>If you go on without them, they stay only in the old maps.</source>
+        <translation>如果不带它们继续，它们将只保留在旧地图中。</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>Go on without them</source>
+        <translation>不带它们继续</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>Update all maps</source>
+        <translation>更新所有地图</translation>
+    </message>
+    <message>
+        <source>Use version %1</source>
+        <translation>使用版本 %1</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>继续</translation>
+    </message>
+    <message>
+        <source>Use the mobile network</source>
+        <translation>使用移动网络</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps</source>
+        <translation>删除较新的地图</translation>
+    </message>
+    <message>
+        <source>Give up</source>
+        <translation>放弃</translation>
+    </message>
+    <message>
+        <source>Look for new maps</source>
+        <translation>检查新地图</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>版本</translation>
+    </message>
+    <message>
+        <source>In use</source>
+        <translation>使用中</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>Newer</source>
+        <translation>较新</translation>
+    </message>
+    <message>
+        <source>On the server</source>
+        <translation>服务器上</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>可用空间</translation>
+    </message>
+    <message>
+        <source>Unknown</source>
+        <translation>未知</translation>
+    </message>
+    <message>
+        <source>Remove the newer maps?</source>
+        <translation>删除较新的地图？</translation>
+    </message>
+    <message>
+        <source>Give the update up?</source>
+        <translation>放弃更新？</translation>
+    </message>
+    <message>
+        <source>What was downloaded of version %1 is removed. The maps in use stay as they are.</source>
+        <translation>将删除已下载的版本 %1 的内容。正在使用的地图保持不变。</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>删除</translation>
     </message>
 </context>
 <context>

@@ -171,6 +171,8 @@ FocusScope {
                         actionable: true
                         text: qsTr("Update of all maps")
                         value: page.update.running ? qsTr("Under way")
+                               : page.update.whole
+                                 ? qsTr("Version %1 is on this device").arg(page.update.targetVersion)
                                : page.update.prepared
                                  ? qsTr("Version %1 is being prepared").arg(page.update.targetVersion)
                                : page.newerVersion !== ""
