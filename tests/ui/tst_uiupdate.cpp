@@ -2,6 +2,7 @@
 // The update of all maps, from its page to the end and back, against a real server.
 #include "host/shared/datasetswap.h"
 #include "host/shared/preparedset.h"
+#include "host/shared/updatestate.h"
 #include "host/shared/words.h"
 #include "uirig.h"
 
@@ -14,6 +15,7 @@ private Q_SLOTS:
     void theBackupIsKeptAndRemovedLater();
     void anUpdateThatWasStoppedGoesOnWhereItEnded();
     void anUpdateOfAnEarlierRunIsShownAndKeepsTheEngineResting();
+    void anUpdateThatEndedWithItsProgramIsTold();
     void anUpdateIsGivenUp();
     void nothingElseIsInstalledMeanwhile();
     void anUpdateIsHeldWithoutANetworkAndGoesOnByItself();
@@ -79,6 +81,30 @@ struct UpdateRig : UiRig
         server.start();
     }
 
+    void close()
+    {
+        const QList<QObject *> windows = engine.rootObjects();
+        qDeleteAll(windows);
+        session.reset();
+    }
+
+    bool openAgain()
+    {
+        auto source = std::make_unique<TestNetwork>();
+        network = source.get();
+        network->set(true, true);
+        session = std::make_unique<MapsSession>(server.url("/map5/"), std::move(source));
+        session->open();
+        if (!QTest::qWaitFor([this] { return session->isOpen(); }, Long))
+            return false;
+        UiEngine::prepareEngine(&secondEngine, session.get());
+        if (!UiEngine::loadWindow(&secondEngine))
+            return false;
+        window = qobject_cast<QQuickWindow *>(secondEngine.rootObjects().first());
+        window->resize(360, 640);
+        return true;
+    }
+
     Tiles oldTiles() const { return content.tiles(fi) + content.tiles(se); }
     Tiles newTiles() const { return next.tiles(fi) + next.tiles(se); }
     static QString differs(const Tiles &tiles)
@@ -101,6 +127,7 @@ struct UpdateRig : UiRig
     }
 
     TestContent next;
+    QQmlApplicationEngine secondEngine;
 };
 
 } // namespace
@@ -202,21 +229,9 @@ void UiUpdateTest::anUpdateOfAnEarlierRunIsShownAndKeepsTheEngineResting()
     QVERIFY(rig.press("Update all maps"));
     QVERIFY(rig.waitFor("Preparing Finland in 001"));
     QTRY_VERIFY_WITH_TIMEOUT(rig.session->update()->bytesReceived() > EnoughBytes, UiRig::Long);
-    for (QObject *const root : rig.engine.rootObjects())
-        delete root;
-    rig.session.reset();
+    rig.close();
     rig.restartServer(0);
-
-    auto source = std::make_unique<TestNetwork>();
-    source->set(true, true);
-    rig.session = std::make_unique<MapsSession>(rig.server.url("/map5/"), std::move(source));
-    rig.session->open();
-    QTRY_VERIFY_WITH_TIMEOUT(rig.session->isOpen(), UiRig::Long);
-    QQmlApplicationEngine engine;
-    UiEngine::prepareEngine(&engine, rig.session.get());
-    QVERIFY(UiEngine::loadWindow(&engine));
-    rig.window = qobject_cast<QQuickWindow *>(engine.rootObjects().first());
-    rig.window->resize(360, 640);
+    QVERIFY(rig.openAgain());
 
     QVERIFY(rig.waitFor("An update of all maps is not finished."));
     QCOMPARE(rig.session->update()->targetVersion(), QStringLiteral("2.0"));
@@ -225,6 +240,29 @@ void UiUpdateTest::anUpdateOfAnEarlierRunIsShownAndKeepsTheEngineResting()
     QVERIFY(rig.press("Go on"));
     QVERIFY(rig.waitFor("All maps are updated"));
     QVERIFY(rig.waitForRest());
+    QCOMPARE(rig.differs(rig.newTiles()), QString());
+}
+
+void UiUpdateTest::anUpdateThatEndedWithItsProgramIsTold()
+{
+    UpdateRig rig;
+    QVERIFY(rig.openWith({rig.fi, rig.se}));
+    QVERIFY(rig.goToUpdate());
+    QVERIFY(rig.press("Update all maps"));
+    QVERIFY(rig.waitFor("All maps are updated"));
+    QVERIFY(rig.waitForRest());
+    rig.close();
+    UpdateState state; // as it is right behind the exchange
+    state.phase = UpdateState::Phase::Swapping;
+    state.fromVersion = QStringLiteral("1.0");
+    state.version = QStringLiteral("2.0");
+    QVERIFY(state.write());
+    QVERIFY(rig.openAgain());
+
+    QCOMPARE(rig.session->update()->state(), QStringLiteral("done"));
+    QCOMPARE(rig.session->update()->backupVersion(), QStringLiteral("1.0"));
+    QVERIFY(rig.waitForRest());
+    QVERIFY(UpdateState::read().phase == UpdateState::Phase::None);
     QCOMPARE(rig.differs(rig.newTiles()), QString());
 }
 
