@@ -68,10 +68,14 @@ FocusScope {
             objectName: "settingsView"
             Layout.fillWidth: true
             Layout.fillHeight: true
-            contentHeight: column.implicitHeight + 32
             clip: true
             boundsBehavior: Flickable.StopAtBounds
             ScrollBar.vertical: ScrollBar { }
+
+            // No binding: asking a layout for its height may make it find another one, in a loop.
+            function measure() {
+                contentHeight = column.implicitHeight + 32
+            }
 
             ColumnLayout {
                 id: column
@@ -79,6 +83,8 @@ FocusScope {
                 x: (parent.width - width) / 2
                 width: Math.min(view.width - 32, Theme.column - 32)
                 spacing: 24
+                onImplicitHeightChanged: Qt.callLater(view.measure)
+                Component.onCompleted: view.measure()
 
                 Card {
                     title: qsTr("Network")
