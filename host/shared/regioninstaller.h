@@ -6,6 +6,7 @@
 #include "host/shared/regionstatus.h"
 #include "host/shared/transfermeter.h"
 #include <memory>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -24,6 +25,9 @@ class Worker;
  *                |     ^           |            |           |
  *                v     |           +------------+-----------+--> failed
  *               waiting            +--> cancelled (not any more once moving has begun)
+ *
+ * A download that fails when the network is gone, or goes soon after, did not fail by its server:
+ * the region waits, and begins again by itself when there is a network that may be used.
  *
  * One region is given to the engine at a time, in the order of the requests; those that follow are
  * kept in a journal of the installer's own, so that nothing is lost whenever the process dies. A
@@ -74,6 +78,11 @@ public:
     void setMobileAllowed(bool allowed);
     /** All three at once: downloads never run by a mixture of what was and what is. */
     void setNetwork(bool online, bool wifi, bool mobileAllowed);
+    /**
+     * How long after a download has failed, in ms, a loss of the network still counts as its cause;
+     * 10000 by default. The region then waits for the network instead of having failed.
+     */
+    void setNetworkPatience(int ms);
     void setBaseUri(const QString &baseUri);
 
     /**
@@ -156,6 +165,10 @@ private:
                     qint64 total);
     void onFinished(int operation, const QString &url, const QString &id);
     void onError(int operation, const QString &id, int code, const QString &url);
+    static RegionStatus failureStatus(int code, const QString &id);
+    void noteBroken(const QString &id);
+    void takeUpBroken();
+    void waitForNetwork(PendingInstall entry, const QString &id);
     void onMoveFinished(const Run &run);
     void queueLookForVanished();
     void lookForVanished();
@@ -198,7 +211,9 @@ private:
     QList<Run> m_runs;
     QStringList m_removals;
     QHash<QString, RegionStatus> m_status; // of regions with a request that is not over well
+    QHash<QString, QElapsedTimer> m_broken; // whose download failed, and when
     QString m_refusal;
+    int m_networkPatience = 10000; // ms
     bool m_engineReady = false;
     bool m_inCatalog = false; // the catalogue is at work for us and runs the event loop
     bool m_pumpQueued = false;

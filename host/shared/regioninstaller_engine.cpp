@@ -8,12 +8,14 @@
 #include "host/shared/regioninstaller.h"
 #include "host/shared/savedqueue.h"
 #include <algorithm>
+#include <utility>
 
 using Phase = PendingInstall::Phase;
 
 namespace {
 
 // The engine's error codes.
+constexpr int DownloadFailed = 1;
 constexpr int UnpackFailed = 2;
 constexpr int MoveStepFailed = 3;
 constexpr int Refused = 4;
@@ -134,6 +136,29 @@ void RegionInstaller::onError(int operation, const QString &id, int code, const 
         return;
     run->dead = true;
     const QString requestUrl = run->url;
+    const bool broke = operation == DownloadRequest && code == DownloadFailed;
+    const bool waits = broke && !networkUsable();
+    // After a failed move the journal keeps the list until the move is over, to clean up by it.
+    if (operation != MoveRequest) {
+        if (!waits)
+            m_journal.remove(id);
+        m_guard.refuse(id, AttemptTag::of(requestUrl));
+        cancelInEngine(requestUrl); // Its unpack and move would only fail.
+    }
+    if (waits) {
+        waitForNetwork(m_journal.find(id).value_or(PendingInstall()), id);
+    } else {
+        if (broke)
+            noteBroken(id);
+        setStatus(id, failureStatus(code, id));
+    }
+    Q_EMIT pendingChanged();
+    queueLookForVanished();
+    noteBusy();
+}
+
+RegionStatus RegionInstaller::failureStatus(int code, const QString &id)
+{
     RegionStatus status;
     status.state = RegionState::Failed;
     switch (code) {
@@ -160,25 +185,52 @@ void RegionInstaller::onError(int operation, const QString &id, int code, const 
                 .arg(id);
         break;
     }
-    // After a failed move the journal keeps the list until the move is over, to clean up by it.
-    if (operation != MoveRequest) {
-        m_journal.remove(id);
-        m_guard.refuse(id, AttemptTag::of(requestUrl));
-        cancelInEngine(requestUrl); // Its unpack and move would only fail.
+    return status;
+}
+
+// A connection often breaks before the platform says that the network is gone.
+void RegionInstaller::noteBroken(const QString &id)
+{
+    QElapsedTimer since;
+    since.start();
+    m_broken.insert(id, since);
+}
+
+// It was not the server then: those downloads go on when there is a network again.
+void RegionInstaller::takeUpBroken()
+{
+    const QHash<QString, QElapsedTimer> broken = std::exchange(m_broken, {});
+    for (auto it = broken.begin(); it != broken.end(); ++it) {
+        if (it->elapsed() >= m_networkPatience || status(it.key()).state != RegionState::Failed)
+            continue; // or asked for again, or removed, since
+        waitForNetwork(PendingInstall(), it.key());
+        Q_EMIT pendingChanged();
     }
-    setStatus(id, status);
-    Q_EMIT pendingChanged();
-    queueLookForVanished();
     noteBusy();
 }
 
-// Cancelling always resumes the engine, also when the user had paused it. What follows in its queue
-// cannot run off: while paused it may not go online.
+void RegionInstaller::waitForNetwork(PendingInstall entry, const QString &id)
+{
+    entry.id = id;
+    entry.attempt = 0; // What is left of the last one in the engine is none of its business.
+    beginAgain(entry);
+    if (m_journal.ids().value(0) != id)
+        return; // It waits for those ahead of it first.
+    RegionStatus status;
+    status.state = RegionState::Waiting;
+    status.wait = m_online ? WaitReason::NoWifi : WaitReason::NetworkNotPermitted;
+    setStatus(id, status);
+}
+
+// Cancelling always resumes the engine, also when the user had paused it or the network is gone.
+// It is held again before anything follows in its queue.
 void RegionInstaller::cancelInEngine(const QString &url)
 {
     m_iface->cancel(url);
     if (m_paused)
         holdEngine();
+    else if (!networkUsable())
+        applyNetwork();
 }
 
 void RegionInstaller::dropRun(const Run &run)
@@ -307,7 +359,14 @@ void RegionInstaller::setNetwork(bool online, bool wifi, bool mobileAllowed)
     m_wifi = wifi;
     m_mobileAllowed = mobileAllowed;
     applyNetwork();
+    if (!networkUsable())
+        takeUpBroken();
     Q_EMIT networkChanged();
+}
+
+void RegionInstaller::setNetworkPatience(int ms)
+{
+    m_networkPatience = ms;
 }
 
 bool RegionInstaller::networkUsable() const

@@ -3,6 +3,8 @@
 #include "download/downloadmanageriface.h"
 #include "installerrig.h"
 #include "testutils/archivebuilder.h"
+#include <functional>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -10,6 +12,16 @@ namespace {
 
 const QString Fi = QStringLiteral("FI");
 const QString Se = QStringLiteral("SE");
+
+// Carried out when the engine's failure has come to the GUI thread, but the installer has not heard
+// of it.
+std::function<void()> loseTheNetwork;
+
+void loseTheNetworkAtAnError(QtMsgType, const QMessageLogContext &, const QString &text)
+{
+    if (loseTheNetwork && text.contains(QLatin1String("DownloadManagerIface::onError")))
+        std::exchange(loseTheNetwork, nullptr)(); // once
+}
 
 } // namespace
 
@@ -29,6 +41,7 @@ private Q_SLOTS:
     void aPauseSurvivesARestart();
     void aPauseWithoutNetworkSurvivesARestart();
     void aPauseBeforeTheEngineIsReadySurvivesARestart();
+    void aFailureThatIsHeardOfAfterTheNetworkWentIsNone();
 
 private:
     std::unique_ptr<InstallerRig> rig;
@@ -172,6 +185,28 @@ void InstallerNetworkTest::aPauseBeforeTheEngineIsReadySurvivesARestart()
 
     QVERIFY(rig->installer().paused());
     rig->installer().resume();
+    QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("installed"), 30000);
+}
+
+void InstallerNetworkTest::aFailureThatIsHeardOfAfterTheNetworkWentIsNone()
+{
+    HttpTestServer server;
+    rig->content.addRegion(Se, QStringLiteral("Sweden"), tilesOf({"0/1/a.cdt"}));
+    const QByteArray archive = TestFile::read(rig->content.archivePath(Se));
+    server.add("/FI.zip", archive, {HttpTestServer::CloseAtOnce()});
+    rig->content.addLink(Fi, QStringLiteral("Finland"), server.url("/FI.zip"));
+    rig->openSession();
+    loseTheNetwork = [this] { rig->installer().setOnline(false); };
+    const QtMessageHandler previous = qInstallMessageHandler(loseTheNetworkAtAnError);
+    const auto restore = qScopeGuard([previous] { qInstallMessageHandler(previous); });
+    QVERIFY(rig->installer().install(Fi));
+    QTRY_VERIFY(!rig->installer().online());
+
+    QTRY_COMPARE(rig->installer().waitReason(Fi), QStringLiteral("networkNotPermitted"));
+    QCOMPARE(rig->installer().pending(), QStringList(Fi));
+    QVERIFY(!rig->states.value(Fi).contains(QStringLiteral("failed")));
+    server.add("/FI.zip", archive);
+    rig->installer().setOnline(true);
     QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("installed"), 30000);
 }
 

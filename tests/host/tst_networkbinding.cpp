@@ -48,6 +48,11 @@ private Q_SLOTS:
     void aPauseBeforeTheLossOutlivesTheNetworksReturn();
     void theUsersWordStopsAndStartsTransfers();
     void anUpdateOfTheNetworkThatChangesNothingDoesNotDisturb();
+    void aFailureJustBeforeTheNetworkGoesIsNone();
+    void aFailureLongBeforeTheNetworkGoesStaysOne();
+    void aServerThatLacksTheFileFailsWhileThereIsANetwork();
+    void whatFailedAndWasAskedForAgainIsNotTakenUpTwice();
+    void theRegionsBehindABrokenOneWaitToo();
 
 private:
     void open();
@@ -348,6 +353,92 @@ void NetworkBindingTest::anUpdateOfTheNetworkThatChangesNothingDoesNotDisturb()
 
     QCOMPARE(suspended.count(), 0);
     QCOMPARE(server->requestCount(), 1);
+}
+
+void NetworkBindingTest::aFailureJustBeforeTheNetworkGoesIsNone()
+{
+    beginTransfer();
+    server->stop(); // as a radio that goes off: the platform has not noticed it yet
+    QTRY_COMPARE(state(), QStringLiteral("failed"));
+
+    manager->set(Fake::nothing());
+
+    QTRY_COMPARE(wait(), QStringLiteral("networkNotPermitted"));
+    QCOMPARE(state(), QStringLiteral("waiting"));
+    QCOMPARE(rig->installer().pending(), QStringList(Fi));
+    QVERIFY(rig->installer().busy());
+    server->start();
+    manager->set(Fake::wifi());
+    QTRY_COMPARE_WITH_TIMEOUT(state(), QStringLiteral("installed"), LimitMs);
+    QVERIFY(!rig->installer().busy());
+    QCOMPARE(rig->tileDifference(rig->content.tiles(Se)), QString());
+}
+
+void NetworkBindingTest::aFailureLongBeforeTheNetworkGoesStaysOne()
+{
+    beginTransfer();
+    rig->installer().setNetworkPatience(0);
+    server->stop();
+    QTRY_COMPARE(state(), QStringLiteral("failed"));
+
+    manager->set(Fake::nothing());
+
+    QTRY_VERIFY(!rig->installer().online());
+    QCOMPARE(state(), QStringLiteral("failed"));
+    QVERIFY(rig->installer().pending().isEmpty());
+}
+
+void NetworkBindingTest::aServerThatLacksTheFileFailsWhileThereIsANetwork()
+{
+    serveSlowlyAtFirst();
+    server->remove("/FI.zip");
+    open();
+
+    QVERIFY(rig->installer().install(Fi));
+
+    QTRY_COMPARE(state(), QStringLiteral("failed"));
+    QTRY_VERIFY(!rig->installer().busy());
+    QCOMPARE(server->requestCount(), 1);
+    QVERIFY(rig->installer().wifi());
+    QCOMPARE(state(), QStringLiteral("failed"));
+}
+
+void NetworkBindingTest::whatFailedAndWasAskedForAgainIsNotTakenUpTwice()
+{
+    beginTransfer();
+    server->stop();
+    QTRY_COMPARE(state(), QStringLiteral("failed"));
+    QVERIFY(rig->installer().install(Fi));
+    QVERIFY(rig->installer().cancel(Fi));
+
+    manager->set(Fake::nothing());
+
+    QTRY_VERIFY(!rig->installer().online());
+    QCOMPARE(state(), QStringLiteral("cancelled"));
+    QVERIFY(rig->installer().pending().isEmpty());
+    QTRY_VERIFY(!rig->installer().busy());
+}
+
+void NetworkBindingTest::theRegionsBehindABrokenOneWaitToo()
+{
+    beginTransfer();
+    rig->server.stop();
+    QVERIFY(rig->installer().install(Se));
+    server->stop();
+    QTRY_COMPARE(state(), QStringLiteral("failed"));
+    QTRY_COMPARE(rig->state(Se), QStringLiteral("failed"));
+
+    manager->set(Fake::mobile());
+
+    QTRY_COMPARE(rig->installer().pending().size(), 2);
+    QTRY_COMPARE(rig->installer().waitReason(rig->installer().pending().first()),
+                 QStringLiteral("noWifi"));
+    QCOMPARE(rig->state(rig->installer().pending().last()), QStringLiteral("queued"));
+    server->start();
+    rig->server.start();
+    manager->set(Fake::wifi());
+    QTRY_COMPARE_WITH_TIMEOUT(state(), QStringLiteral("installed"), LimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(rig->state(Se), QStringLiteral("installed"), LimitMs);
 }
 
 QTEST_GUILESS_MAIN(NetworkBindingTest)
