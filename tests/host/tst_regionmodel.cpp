@@ -85,6 +85,16 @@ struct Changes
             rows += signal.at(2).toInt() - signal.at(1).toInt() + 1;
         return rows;
     }
+    /** Changes of rows, but for the size on disk, which a thread of its own tells when it can. */
+    int besidesSizes() const
+    {
+        int changes = 0;
+        for (const QList<QVariant> &signal : data) {
+            if (signal.at(2).value<QVector<int>>() != QVector<int> {RegionModel::SizeOnDiskRole})
+                ++changes;
+        }
+        return changes;
+    }
     bool isEmpty() const
     {
         return reset.isEmpty() && layout.isEmpty() && moved.isEmpty() && inserted.isEmpty()
@@ -507,13 +517,13 @@ void RegionModelTest::installedMarksFollowTheCatalogue()
 
     QVERIFY(valueOf(model, "FI", "installed").toBool());
     QCOMPARE(valueOf(model, "FI", "state").toString(), text("installed"));
-    QCOMPARE(changes.data.count(), 1);
+    QCOMPARE(changes.besidesSizes(), 1);
     QCOMPARE(changes.data.first().at(0).toModelIndex().row(), model.rowOf(text("FI")));
 
     rig.catalog->deleteInstalledRegion(text("FI"));
     QVERIFY(!valueOf(model, "FI", "installed").toBool());
     QCOMPARE(valueOf(model, "FI", "state").toString(), text("notInstalled"));
-    QCOMPARE(changes.data.count(), 2);
+    QCOMPARE(changes.besidesSizes(), 2);
     QVERIFY(changes.inserted.isEmpty() && changes.removed.isEmpty() && changes.reset.isEmpty());
 }
 
