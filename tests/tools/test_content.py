@@ -104,6 +104,11 @@ class ContentTest(unittest.TestCase):
         self.assertEqual(self.region_names("016")["EE"], "Эстония")
         self.assertEqual(self.region_names("029")["AU-TAS"], "塔斯馬尼亞")
 
+    def test_names_parts_of_the_world_in_the_language_of_the_file(self):
+        self.assertEqual(self.region_names("009")["UN150"], "Eurooppa")
+        self.assertEqual(self.region_names("032")["UN150"], "ヨーロッパ")
+        self.assertNotIn("UN150", self.region_names("029"))
+
     def test_names_only_listed_regions(self):
         for file in self.published.glob("regionname-lang-*.xml"):
             code = re.search(r"(\d{3})\.xml$", file.name)[1]

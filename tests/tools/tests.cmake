@@ -16,7 +16,7 @@ function(vexa_add_python_test path)
         ENVIRONMENT "LC_ALL=C.UTF-8;VEXA_PACKAGES_DIR=${PROJECT_BINARY_DIR}/packages")
 endfunction()
 
-foreach(name IN ITEMS tiles names packages regions content serve translations)
+foreach(name IN ITEMS tiles names worldparts packages regions content serve translations)
     vexa_add_python_test(tools/${name})
 endforeach()
 

@@ -5,6 +5,8 @@ import hashlib
 import os
 import xml.etree.ElementTree as xml
 
+import worldparts
+
 
 def write_catalogue(file, version, regions, archives):
     """Writes the catalogue: nested "File" elements, each with a link and its archive's true size.
@@ -43,7 +45,10 @@ def write_region_names(file, regions, names, locale):
     root = xml.Element("regions", {"language": locale})
     for top in regions:
         for region in top.everything():
-            name = names.translated(region.code, locale) if region.code else None
+            if region.code:
+                name = names.translated(region.code, locale)
+            else:
+                name = worldparts.translated(region.id, locale)
             if name:
                 xml.SubElement(root, "region", {"id": region.id, "name": name})
     _write_xml(file, root)
