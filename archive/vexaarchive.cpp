@@ -2,6 +2,7 @@
 #include "archive/vexaarchive.h"
 
 #include "archive/archivenames_p.h"
+#include "archive/gzipcheck_p.h"
 #include "archive/temporaryfile_p.h"
 #include "archive/unpackfolder_p.h"
 #include "plugin/logger.h"
@@ -107,7 +108,7 @@ bool VexaArchive::unpack(QString destination)
     quint64 total = 0;
     // For an archive that does not open, the first of the two has told so already. It is meant to
     // come twice.
-    if (!getUncompressedSize(total) || !startRead()) {
+    if (!getUncompressedSize(total) || !checkSumHolds() || !startRead()) {
         Q_EMIT finished(m_error);
         return false;
     }
@@ -152,6 +153,13 @@ bool VexaArchive::getUncompressedSize(quint64 &size)
         failByLibrary(IterationError, QStringLiteral("Archive iteration error: "));
     finishRead();
     return complete;
+}
+
+bool VexaArchive::checkSumHolds()
+{
+    return GzipCheck::isSound(m_archivePath)
+        || fail(IterationError,
+                QStringLiteral("Archive iteration error: the packed data has another check sum"));
 }
 
 bool VexaArchive::startRead()

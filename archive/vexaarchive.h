@@ -24,7 +24,8 @@ struct archive_entry;
  * must be called in the thread that unpacks; cancel() alone may come from any thread.
  *
  * unpack() blocks. It reads the archive twice, first for the sum of the sizes and then for the
- * data:
+ * data (one packed with gzip a third time in between, for the check sum, which libarchive would
+ * not look at):
  *
  *   closed -- startRead() --> open -- headers and data --> open -- finishRead() --> closed
  *
@@ -153,6 +154,7 @@ private:
         void operator()(archive *handle) const;
     };
 
+    bool checkSumHolds();
     bool unpackEntries(quint64 total);
     bool unpackEntry(archive_entry *entry, quint64 &bytesDone, quint64 total);
     bool unpackFile(const QString &name, quint64 size, quint64 &bytesDone, quint64 total);
