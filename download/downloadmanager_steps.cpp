@@ -3,8 +3,8 @@
 #include "download/downloadmanager.h"
 
 #include "download/downloadmanager_p.h"
-#include "plugin/shell_p.h"
 #include "plugin/dataroot.h"
+#include "plugin/shell_p.h"
 #include "plugin/vexaconstants.h"
 #include "plugin/vexasettings.h"
 #include <cerrno>
@@ -22,6 +22,23 @@ namespace {
 QString everythingIn(const QString &folder)
 {
     return Shell::quoted(folder) + QLatin1String("/*");
+}
+
+// The pattern leaves out what begins with a dot. It would be in the way of the next archive that
+// brings such a file.
+void removeHiddenIn(const QString &folder)
+{
+    const QFileInfoList entries = QDir(folder).entryInfoList(QDir::AllEntries | QDir::Hidden
+                                                             | QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo &entry : entries) {
+        if (!entry.fileName().startsWith(QLatin1Char('.')))
+            continue;
+        // What cannot be removed is found by the unpack, if it is in the way.
+        if (entry.isDir() && !entry.isSymLink())
+            QDir(entry.filePath()).removeRecursively();
+        else
+            QFile::remove(entry.filePath());
+    }
 }
 
 int runLogged(const QString &command)
@@ -195,6 +212,7 @@ void DownloadManager::emptyScratchFolder(const QString &scratch)
         L::og()->error(QStringLiteral("Remove failed"));
     else
         d->info(QStringLiteral("Remove succeeded"));
+    removeHiddenIn(scratch);
 }
 
 void DownloadManager::onUncompressProgress(quint64 bytes, quint64 total)
@@ -279,6 +297,10 @@ void DownloadManager::moveFolder(const QString &source, const QString &destinati
     } else {
         d->current.state = StateDone;
     }
+    // In any other folder they are somebody's.
+    const QString scratch = QDir::homePath() + TMP_DIR_PATH_UNZIPPED_ARCHIVE;
+    if (QDir::cleanPath(source) == QDir::cleanPath(scratch))
+        removeHiddenIn(scratch);
 }
 
 void DownloadManager::moveFile(const QString &source, const QString &destination)

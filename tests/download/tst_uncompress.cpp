@@ -214,6 +214,8 @@ void UncompressTest::emptiesTheScratchFolderFirst()
 {
     TestFile::write(Step::scratchFolder() + QLatin1String("/a.cdt"), "of an earlier region");
     TestFile::write(Step::scratchFolder() + QLatin1String("/c/d/stale.cdt"), "old");
+    TestFile::write(Step::scratchFolder() + QLatin1String("/.hidden/f"), "not seen by the shell");
+    TestFile::write(Step::scratchFolder() + QLatin1String("/..hidden"), "nor this");
     const QString archive =
         archiveOf(QStringLiteral("FI.zip"), {{QStringLiteral("a.cdt"), "tile"}});
     const FakeSystem system;
