@@ -9,30 +9,34 @@
 
 /**
  * One archive on its way into a folder of its own, without pauses, with what it signals. Paths and
- * names are relative to that folder, folder().
+ * names are relative to that folder, folder(), which lies in the place that is given or in one that
+ * goes with this object.
  */
 class Unpacking
 {
 public:
-    explicit Unpacking(const QString &archivePath)
+    explicit Unpacking(const QString &archivePath, const QString &place = QString())
         : archive(archivePath)
         , progress(&archive, &VexaArchive::progress)
         , finished(&archive, &VexaArchive::finished)
+        , m_place(place.isEmpty() ? m_dir.path() : place)
     {
         archive.setBlockPause(0);
     }
 
     bool run() { return archive.unpack(folder()); }
 
-    QString folder() const { return m_dir.filePath(QStringLiteral("out")); }
+    QString folder() const { return m_place + QLatin1String("/out"); }
     QString path(const QString &name) const { return folder() + QLatin1Char('/') + name; }
 
+    /** What the folder lies in. */
+    QString place() const { return m_place; }
     /** Everything in the folder, hidden or not, sorted; folders with a slash at the end. */
     QStringList found() const { return found(folder()); }
     /** Everything beside the folder, where nothing should be. */
     QStringList foundOutside() const
     {
-        QStringList names = found(m_dir.path());
+        QStringList names = found(m_place);
         names.erase(std::remove_if(
                         names.begin(), names.end(),
                         [](const QString &name) { return name.startsWith(QLatin1String("out/")); }),
@@ -81,4 +85,5 @@ private:
     }
 
     QTemporaryDir m_dir;
+    QString m_place;
 };

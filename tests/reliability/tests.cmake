@@ -4,3 +4,9 @@
 if(NOT VEXA_BUILD_HOST)
     return()
 endif()
+
+vexa_add_test(reliability/hostilearchives
+    TIMEOUT 300 LIBRARIES vexa_hosttest LibArchive::LibArchive)
+target_sources(tst_hostilearchives PRIVATE
+    reliability/hostilearchive.cpp reliability/hostilearchive.h
+    reliability/hostilecases.cpp reliability/hostilecases.h)

@@ -46,6 +46,24 @@ QByteArray padded(const QByteArray &bytes, int width)
     return bytes + QByteArray(width - bytes.size(), '\0');
 }
 
+// Its length stands in front and counts its own digits too.
+QByteArray extendedRecord(const QByteArray &key, const QByteArray &value)
+{
+    const QByteArray text = ' ' + key + '=' + value + '\n';
+    qint64 length = text.size();
+    while (QByteArray::number(length).size() + text.size() != length)
+        length = QByteArray::number(length).size() + text.size();
+    return QByteArray::number(length) + text;
+}
+
+QByteArray littleEndian(quint64 number, int width)
+{
+    QByteArray bytes;
+    for (int i = 0; i < width; ++i)
+        bytes.append(char(number >> (8 * i)));
+    return bytes;
+}
+
 } // namespace
 
 ArchiveBuilder::ArchiveBuilder()
@@ -130,9 +148,11 @@ void ArchiveBuilder::run(const QString &shellCommand)
 }
 
 RawTar &RawTar::add(const QByteArray &name, const QByteArray &data, Type type,
-                    const QByteArray &target)
+                    const QByteArray &target, int mode)
 {
-    QByteArray header = padded(name, 100) + octal(0644, 8) + octal(0, 8) + octal(0, 8)
+    if (name.size() > 100 || name.contains('\0'))
+        add("long name", extendedRecord("path", name), ExtendedHeader);
+    QByteArray header = padded(name.left(100), 100) + octal(mode, 8) + octal(0, 8) + octal(0, 8)
         + octal(data.size(), 12) + octal(0, 12) + QByteArray(8, ' ') + char(type)
         + padded(target, 100) + QByteArray("ustar\00000", 8) + QByteArray(64, '\0') + octal(1, 8)
         + octal(3, 8);
@@ -148,6 +168,53 @@ RawTar &RawTar::add(const QByteArray &name, const QByteArray &data, Type type,
 QByteArray RawTar::bytes() const
 {
     return m_bytes + QByteArray(1024, '\0');
+}
+
+RawZip &RawZip::add(const Entry &entry)
+{
+    const QByteArray centralName = entry.centralName.isNull() ? entry.name : entry.centralName;
+    const qint64 packedSize = entry.packedSize < 0 ? entry.data.size() : entry.packedSize;
+    const qint64 size = entry.size < 0 ? entry.data.size() : entry.size;
+    const quint32 sum = entry.checkSum < 0 ? checkSum(entry.data) : quint32(entry.checkSum);
+    const auto shared = [&](const QByteArray &name) {
+        return littleEndian(20, 2) + littleEndian(0, 2) + littleEndian(entry.deflated ? 8 : 0, 2)
+            + littleEndian(0, 4) + littleEndian(sum, 4) + littleEndian(quint64(packedSize), 4)
+            + littleEndian(quint64(size), 4) + littleEndian(quint64(name.size()), 2)
+            + littleEndian(0, 2);
+    };
+    constexpr int MadeOnUnix = 3 << 8 | 20;
+    m_list += "PK\1\2" + littleEndian(MadeOnUnix, 2) + shared(centralName) + littleEndian(0, 6)
+        + littleEndian(quint64(entry.mode) << 16, 4) + littleEndian(quint64(m_bytes.size()), 4)
+        + centralName;
+    m_bytes += "PK\3\4" + shared(entry.name) + entry.name + entry.data;
+    ++m_count;
+    return *this;
+}
+
+QByteArray RawZip::bytes() const
+{
+    const QByteArray count = littleEndian(quint64(m_count), 2);
+    return m_bytes + m_list + "PK\5\6" + littleEndian(0, 4) + count + count
+        + littleEndian(quint64(m_list.size()), 4) + littleEndian(quint64(m_bytes.size()), 4)
+        + littleEndian(0, 2);
+}
+
+quint32 RawZip::checkSum(const QByteArray &data)
+{
+    static const std::vector<quint32> table = [] {
+        std::vector<quint32> sums(256);
+        for (quint32 byte = 0; byte < 256; ++byte) {
+            quint32 sum = byte;
+            for (int bit = 0; bit < 8; ++bit)
+                sum = (sum & 1) ? 0xedb88320 ^ (sum >> 1) : sum >> 1;
+            sums[byte] = sum;
+        }
+        return sums;
+    }();
+    quint32 sum = 0xffffffff;
+    for (const char byte : data)
+        sum = table[(sum ^ uchar(byte)) & 0xff] ^ (sum >> 8);
+    return ~sum;
 }
 
 QByteArray TestFile::read(const QString &path)

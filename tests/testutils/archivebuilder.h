@@ -66,14 +66,49 @@ public:
         ExtendedHeader = 'x',
     };
 
-    /** Adds an entry; the name may have up to 100 bytes, of any kind. */
+    /**
+     * Adds an entry. The name may have any bytes; one of more than 100 goes into an extended header
+     * before it, as does one with a NUL.
+     */
     RawTar &add(const QByteArray &name, const QByteArray &data = QByteArray(), Type type = File,
-                const QByteArray &target = QByteArray());
+                const QByteArray &target = QByteArray(), int mode = 0644);
     /** The archive so far, with its end. */
     QByteArray bytes() const;
 
 private:
     QByteArray m_bytes;
+};
+
+/**
+ * One zip archive byte by byte, for what no tool would write: entries whose two headers contradict
+ * each other, false sizes and check sums, any file type, any bytes in a name. Data is stored as it
+ * is unless it comes deflated.
+ */
+class RawZip
+{
+public:
+    struct Entry
+    {
+        QByteArray name;
+        QByteArray data; ///< as it lies in the archive
+        int mode = 0100644; ///< file type and permissions, as stat() has them
+        QByteArray centralName = {}; ///< in the list at the end; the name if null
+        qint64 size = -1; ///< unpacked, in bytes; that of the data if negative
+        qint64 packedSize = -1; ///< in the headers; that of the data if negative
+        qint64 checkSum = -1; ///< that of the data if negative
+        bool deflated = false;
+    };
+
+    RawZip &add(const Entry &entry);
+    /** The archive so far, with its list. */
+    QByteArray bytes() const;
+    /** The CRC-32 of zip and gzip. */
+    static quint32 checkSum(const QByteArray &data);
+
+private:
+    QByteArray m_bytes;
+    QByteArray m_list;
+    int m_count = 0;
 };
 
 namespace TestFile {
