@@ -10,3 +10,6 @@ vexa_add_test(reliability/hostilearchives
 target_sources(tst_hostilearchives PRIVATE
     reliability/hostilearchive.cpp reliability/hostilearchive.h
     reliability/hostilecases.cpp reliability/hostilecases.h)
+
+vexa_add_test(reliability/soak TIMEOUT 300)
+target_sources(tst_soak PRIVATE reliability/processmeter.cpp reliability/processmeter.h)
