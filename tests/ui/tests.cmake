@@ -4,8 +4,9 @@ if(NOT TARGET vexa_ui)
 endif()
 vexa_add_test(ui/uipages LIBRARIES vexa_ui vexa_hosttest TIMEOUT 400)
 vexa_add_test(ui/uiparts LIBRARIES vexa_ui)
+vexa_add_test(ui/uismooth LIBRARIES vexa_ui vexa_hosttest TIMEOUT 400)
 vexa_add_test(ui/uiupdate LIBRARIES vexa_ui vexa_hosttest TIMEOUT 400)
-set_tests_properties(ui/uipages ui/uiparts ui/uiupdate PROPERTIES
+set_tests_properties(ui/uipages ui/uiparts ui/uismooth ui/uiupdate PROPERTIES
     ENVIRONMENT_MODIFICATION "QT_QUICK_BACKEND=set:software")
 
 # On a display of its own, where there is a server for such.

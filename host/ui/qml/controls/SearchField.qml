@@ -9,6 +9,8 @@ TextField {
 
     /** What is typed, once the typing has paused: a list need not follow every letter. */
     property string words
+    /** How long a pause of the typing is, in ms. */
+    property alias patience: pause.interval
 
     function reset() {
         text = ""

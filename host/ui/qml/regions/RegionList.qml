@@ -5,8 +5,9 @@ import VexaHost 1.0
 import VexaMaps 1.0
 
 /**
- * A list of regions, in a column of readable width, for fingers, mouse and keyboard: the arrows
- * move, Enter and the space bar press the row, Tab leads to its buttons.
+ * A list of regions, in a column of readable width, for fingers, mouse and keyboard: the arrows,
+ * PageUp, PageDown, Home and End move, Enter and the space bar press the row, Tab leads to its
+ * buttons.
  */
 ListView {
     id: list
@@ -41,6 +42,19 @@ ListView {
     }
     // The release, too: Tab is pressed elsewhere and released here.
     Keys.onReleased: byKeyboard = true
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_PageDown)
+            goTo(currentIndex + rowsInSight())
+        else if (event.key === Qt.Key_PageUp)
+            goTo(currentIndex - rowsInSight())
+        else if (event.key === Qt.Key_Home)
+            goTo(0)
+        else if (event.key === Qt.Key_End)
+            goTo(rows.count - 1)
+        else
+            return
+        event.accepted = true
+    }
     Keys.onReturnPressed: press()
     Keys.onEnterPressed: press()
     Keys.onSpacePressed: press()
@@ -49,6 +63,19 @@ ListView {
         byKeyboard = true
         if (currentIndex >= 0 && currentIndex < rows.count)
             pressed(rows.get(currentIndex))
+    }
+
+    function rowsInSight() {
+        return currentItem ? Math.max(1, Math.floor(height / currentItem.height)) : 1
+    }
+
+    /** To this row, or to the end that is nearer; at once, where the arrows glide. */
+    function goTo(index) {
+        currentIndex = Math.max(0, Math.min(index, rows.count - 1))
+        if (currentIndex === 0)
+            positionViewAtBeginning() // with the header
+        else
+            positionViewAtIndex(currentIndex, ListView.Contain)
     }
 
     model: RegionFilterModel {
