@@ -8,6 +8,7 @@ class UiEndToEndTest : public QObject
 
 private Q_SLOTS:
     void aMapIsFoundInstalledInSpiteOfAServerThatDiesAndRemoved();
+    void aTransferWhoseServerDiedSaysSoAndIsTriedAgain();
 };
 
 namespace {
@@ -70,6 +71,42 @@ void UiEndToEndTest::aMapIsFoundInstalledInSpiteOfAServerThatDiesAndRemoved()
     QVERIFY(rig.press("Remove"));
     QVERIFY(rig.waitFor("No map is installed"));
     QCOMPARE(differenceOf(DataRoot::tileCacheFolder(), Tiles()), QString());
+}
+
+void UiEndToEndTest::aTransferWhoseServerDiedSaysSoAndIsTriedAgain()
+{
+    UiRig rig;
+    const Tiles tiles {
+        {QStringLiteral("0/1/fi.cdt"), TestContent::tile(QStringLiteral("fi"), ArchiveSize)}};
+    rig.content.addRegion(QStringLiteral("FI"), QStringLiteral("Finland"), tiles);
+    rig.server.stop();
+    rig.server.setRateLimit(SlowRate);
+    rig.server.start();
+    QVERIFY(rig.openWithCatalog());
+
+    QVERIFY(rig.press("Install Finland in 001"));
+    QVERIFY(rig.press("Transfers (1)"));
+    QTRY_VERIFY_WITH_TIMEOUT(rig.installer().bytesReceived(QStringLiteral("FI")) > EnoughBytes,
+                             UiRig::Long);
+    rig.server.stop(); // as kill -9 does
+
+    QVERIFY(rig.waitFor("could not be downloaded: the server cannot be reached"));
+    QVERIFY(rig.press("Transfers")); // The badge is gone: nothing is pending.
+    QVERIFY(!rig.session->catalog()->region(QStringLiteral("FI"))->installed());
+    rig.server.setRateLimit(0);
+    rig.server.start();
+    QVERIFY(rig.press("Try Finland in 001 again"));
+
+    QVERIFY(rig.waitFor("Nothing is being transferred"));
+    QTRY_VERIFY_WITH_TIMEOUT(rig.session->catalog()->region(QStringLiteral("FI"))->installed(),
+                             UiRig::Long);
+    QCOMPARE(differenceOf(DataRoot::tileCacheFolder(), tiles), QString());
+    // The engine drops what it has of a file whose server is gone.
+    const NginxServer::Entry last = rig.server.accessLog().last();
+    QCOMPARE(last.path, QByteArray("/map5/archives/FI.zip"));
+    QCOMPARE(last.range, QByteArray("bytes=0-"));
+    QCOMPARE(last.bodyBytesSent,
+             qint64(QFileInfo(rig.content.archivePath(QStringLiteral("FI"))).size()));
 }
 
 UI_TEST_MAIN(UiEndToEndTest)
