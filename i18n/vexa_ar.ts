@@ -194,6 +194,47 @@
     </message>
 </context>
 <context>
+    <name>DetailsPane</name>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation>
+            <numerusform>لا خرائط بداخلها</numerusform>
+            <numerusform>خريطة واحدة بداخلها</numerusform>
+            <numerusform>خريطتان بداخلها</numerusform>
+            <numerusform>%Ln خرائط بداخلها</numerusform>
+            <numerusform>%Ln خريطة بداخلها</numerusform>
+            <numerusform>%Ln خريطة بداخلها</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose a map</source>
+        <translation>اختر خريطة</translation>
+    </message>
+    <message>
+        <source>Its size, and what can be done with it, are shown here.</source>
+        <translation>يظهر هنا حجمها وما يمكن فعله بها.</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSummary</name>
+    <message>
+        <source>No network</source>
+        <translation>لا توجد شبكة</translation>
+    </message>
+    <message>
+        <source>Wi-Fi or cable</source>
+        <translation>Wi-Fi أو كابل</translation>
+    </message>
+    <message>
+        <source>Mobile network</source>
+        <translation>شبكة الجوّال</translation>
+    </message>
+    <message>
+        <source>%1 free</source>
+        <translation>المتاح: %1</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>
@@ -491,6 +532,41 @@
     </message>
 </context>
 <context>
+    <name>RegionDetails</name>
+    <message>
+        <source>Download</source>
+        <translation>حجم التنزيل</translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation>الحجم بعد التثبيت</translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation>على هذا الجهاز</translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation>إلغاء التنزيل</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>إزالة</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>إعادة المحاولة</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>تحديث</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>تثبيت</translation>
+    </message>
+</context>
+<context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
@@ -593,38 +669,6 @@
 </context>
 <context>
     <name>RegionSheet</name>
-    <message>
-        <source>Download</source>
-        <translation>حجم التنزيل</translation>
-    </message>
-    <message>
-        <source>Needs when installed</source>
-        <translation>الحجم بعد التثبيت</translation>
-    </message>
-    <message>
-        <source>On this device</source>
-        <translation>على هذا الجهاز</translation>
-    </message>
-    <message>
-        <source>Cancel the download</source>
-        <translation>إلغاء التنزيل</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>إزالة</translation>
-    </message>
-    <message>
-        <source>Try again</source>
-        <translation>إعادة المحاولة</translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation>تحديث</translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation>تثبيت</translation>
-    </message>
     <message>
         <source>Close</source>
         <translation>إغلاق</translation>

@@ -194,6 +194,43 @@
     </message>
 </context>
 <context>
+    <name>DetailsPane</name>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation>
+            <numerusform>enthält %n Karte</numerusform>
+            <numerusform>enthält %n Karten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose a map</source>
+        <translation>Karte auswählen</translation>
+    </message>
+    <message>
+        <source>Its size, and what can be done with it, are shown here.</source>
+        <translation>Hier erscheinen ihre Größe und was sich mit ihr tun lässt.</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSummary</name>
+    <message>
+        <source>No network</source>
+        <translation>Kein Netzwerk</translation>
+    </message>
+    <message>
+        <source>Wi-Fi or cable</source>
+        <translation>WLAN oder Kabel</translation>
+    </message>
+    <message>
+        <source>Mobile network</source>
+        <translation>Mobilfunk</translation>
+    </message>
+    <message>
+        <source>%1 free</source>
+        <translation>%1 frei</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>
@@ -491,6 +528,41 @@
     </message>
 </context>
 <context>
+    <name>RegionDetails</name>
+    <message>
+        <source>Download</source>
+        <translation>Download</translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation>Platzbedarf nach Installation</translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation>Auf diesem Gerät</translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation>Download abbrechen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installieren</translation>
+    </message>
+</context>
+<context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
@@ -589,38 +661,6 @@
 </context>
 <context>
     <name>RegionSheet</name>
-    <message>
-        <source>Download</source>
-        <translation>Download</translation>
-    </message>
-    <message>
-        <source>Needs when installed</source>
-        <translation>Platzbedarf nach Installation</translation>
-    </message>
-    <message>
-        <source>On this device</source>
-        <translation>Auf diesem Gerät</translation>
-    </message>
-    <message>
-        <source>Cancel the download</source>
-        <translation>Download abbrechen</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>Entfernen</translation>
-    </message>
-    <message>
-        <source>Try again</source>
-        <translation>Wiederholen</translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation>Aktualisieren</translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation>Installieren</translation>
-    </message>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>

@@ -194,6 +194,43 @@
     </message>
 </context>
 <context>
+    <name>DetailsPane</name>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation>
+            <numerusform>%n map inside</numerusform>
+            <numerusform>%n maps inside</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose a map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Its size, and what can be done with it, are shown here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSummary</name>
+    <message>
+        <source>No network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Wi-Fi or cable</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mobile network</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 free</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>
@@ -491,6 +528,41 @@
     </message>
 </context>
 <context>
+    <name>RegionDetails</name>
+    <message>
+        <source>Download</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
@@ -589,38 +661,6 @@
 </context>
 <context>
     <name>RegionSheet</name>
-    <message>
-        <source>Download</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Needs when installed</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>On this device</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Cancel the download</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Try again</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation type="unfinished"></translation>
-    </message>
     <message>
         <source>Close</source>
         <translation type="unfinished"></translation>

@@ -194,6 +194,43 @@
     </message>
 </context>
 <context>
+    <name>DetailsPane</name>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation>
+            <numerusform>contiene %n mapa</numerusform>
+            <numerusform>contiene %n mapas</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose a map</source>
+        <translation>Elija un mapa</translation>
+    </message>
+    <message>
+        <source>Its size, and what can be done with it, are shown here.</source>
+        <translation>Aquí se muestran su tamaño y lo que se puede hacer con él.</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSummary</name>
+    <message>
+        <source>No network</source>
+        <translation>Sin red</translation>
+    </message>
+    <message>
+        <source>Wi-Fi or cable</source>
+        <translation>Wi-Fi o cable</translation>
+    </message>
+    <message>
+        <source>Mobile network</source>
+        <translation>Red móvil</translation>
+    </message>
+    <message>
+        <source>%1 free</source>
+        <translation>%1 libres</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>
@@ -491,6 +528,41 @@
     </message>
 </context>
 <context>
+    <name>RegionDetails</name>
+    <message>
+        <source>Download</source>
+        <translation>Descarga</translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation>Espacio necesario una vez instalado</translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation>En este dispositivo</translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation>Cancelar la descarga</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Reintentar</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Actualizar</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Instalar</translation>
+    </message>
+</context>
+<context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
@@ -589,38 +661,6 @@
 </context>
 <context>
     <name>RegionSheet</name>
-    <message>
-        <source>Download</source>
-        <translation>Descarga</translation>
-    </message>
-    <message>
-        <source>Needs when installed</source>
-        <translation>Espacio necesario una vez instalado</translation>
-    </message>
-    <message>
-        <source>On this device</source>
-        <translation>En este dispositivo</translation>
-    </message>
-    <message>
-        <source>Cancel the download</source>
-        <translation>Cancelar la descarga</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>Eliminar</translation>
-    </message>
-    <message>
-        <source>Try again</source>
-        <translation>Reintentar</translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation>Actualizar</translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation>Instalar</translation>
-    </message>
     <message>
         <source>Close</source>
         <translation>Cerrar</translation>

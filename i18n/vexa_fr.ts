@@ -194,6 +194,43 @@
     </message>
 </context>
 <context>
+    <name>DetailsPane</name>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation>
+            <numerusform>contient %n carte</numerusform>
+            <numerusform>contient %n cartes</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose a map</source>
+        <translation>Choisissez une carte</translation>
+    </message>
+    <message>
+        <source>Its size, and what can be done with it, are shown here.</source>
+        <translation>Sa taille et les actions possibles s’affichent ici.</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSummary</name>
+    <message>
+        <source>No network</source>
+        <translation>Aucun réseau</translation>
+    </message>
+    <message>
+        <source>Wi-Fi or cable</source>
+        <translation>Wi-Fi ou câble</translation>
+    </message>
+    <message>
+        <source>Mobile network</source>
+        <translation>Réseau mobile</translation>
+    </message>
+    <message>
+        <source>%1 free</source>
+        <translation>%1 libres</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>
@@ -491,6 +528,41 @@
     </message>
 </context>
 <context>
+    <name>RegionDetails</name>
+    <message>
+        <source>Download</source>
+        <translation>Téléchargement</translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation>Espace nécessaire une fois installée</translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation>Sur cet appareil</translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation>Annuler le téléchargement</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Supprimer</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Réessayer</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Mettre à jour</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installer</translation>
+    </message>
+</context>
+<context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
@@ -589,38 +661,6 @@
 </context>
 <context>
     <name>RegionSheet</name>
-    <message>
-        <source>Download</source>
-        <translation>Téléchargement</translation>
-    </message>
-    <message>
-        <source>Needs when installed</source>
-        <translation>Espace nécessaire une fois installée</translation>
-    </message>
-    <message>
-        <source>On this device</source>
-        <translation>Sur cet appareil</translation>
-    </message>
-    <message>
-        <source>Cancel the download</source>
-        <translation>Annuler le téléchargement</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>Supprimer</translation>
-    </message>
-    <message>
-        <source>Try again</source>
-        <translation>Réessayer</translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation>Mettre à jour</translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation>Installer</translation>
-    </message>
     <message>
         <source>Close</source>
         <translation>Fermer</translation>

@@ -194,6 +194,42 @@
     </message>
 </context>
 <context>
+    <name>DetailsPane</name>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation>
+            <numerusform>%n個の地図を含む</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose a map</source>
+        <translation>地図を選択</translation>
+    </message>
+    <message>
+        <source>Its size, and what can be done with it, are shown here.</source>
+        <translation>サイズと可能な操作がここに表示されます。</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSummary</name>
+    <message>
+        <source>No network</source>
+        <translation>ネットワークなし</translation>
+    </message>
+    <message>
+        <source>Wi-Fi or cable</source>
+        <translation>Wi-Fi または有線</translation>
+    </message>
+    <message>
+        <source>Mobile network</source>
+        <translation>モバイル回線</translation>
+    </message>
+    <message>
+        <source>%1 free</source>
+        <translation>空き容量：%1</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>
@@ -491,6 +527,41 @@
     </message>
 </context>
 <context>
+    <name>RegionDetails</name>
+    <message>
+        <source>Download</source>
+        <translation>ダウンロードサイズ</translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation>インストール後のサイズ</translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation>このデバイス</translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation>ダウンロードをキャンセル</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>再試行</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>更新</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>インストール</translation>
+    </message>
+</context>
+<context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
@@ -588,38 +659,6 @@
 </context>
 <context>
     <name>RegionSheet</name>
-    <message>
-        <source>Download</source>
-        <translation>ダウンロードサイズ</translation>
-    </message>
-    <message>
-        <source>Needs when installed</source>
-        <translation>インストール後のサイズ</translation>
-    </message>
-    <message>
-        <source>On this device</source>
-        <translation>このデバイス</translation>
-    </message>
-    <message>
-        <source>Cancel the download</source>
-        <translation>ダウンロードをキャンセル</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>削除</translation>
-    </message>
-    <message>
-        <source>Try again</source>
-        <translation>再試行</translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation>更新</translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation>インストール</translation>
-    </message>
     <message>
         <source>Close</source>
         <translation>閉じる</translation>

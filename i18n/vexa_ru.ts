@@ -194,6 +194,44 @@
     </message>
 </context>
 <context>
+    <name>DetailsPane</name>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation>
+            <numerusform>%n карта внутри</numerusform>
+            <numerusform>%n карты внутри</numerusform>
+            <numerusform>%n карт внутри</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose a map</source>
+        <translation>Выберите карту</translation>
+    </message>
+    <message>
+        <source>Its size, and what can be done with it, are shown here.</source>
+        <translation>Здесь показываются её размер и возможные действия.</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSummary</name>
+    <message>
+        <source>No network</source>
+        <translation>Нет сети</translation>
+    </message>
+    <message>
+        <source>Wi-Fi or cable</source>
+        <translation>Wi-Fi или кабель</translation>
+    </message>
+    <message>
+        <source>Mobile network</source>
+        <translation>Мобильная сеть</translation>
+    </message>
+    <message>
+        <source>%1 free</source>
+        <translation>Свободно %1</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>
@@ -491,6 +529,41 @@
     </message>
 </context>
 <context>
+    <name>RegionDetails</name>
+    <message>
+        <source>Download</source>
+        <translation>Размер загрузки</translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation>Займёт после установки</translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation>На устройстве</translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation>Отменить загрузку</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Повторить</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Обновить</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Установить</translation>
+    </message>
+</context>
+<context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
@@ -590,38 +663,6 @@
 </context>
 <context>
     <name>RegionSheet</name>
-    <message>
-        <source>Download</source>
-        <translation>Размер загрузки</translation>
-    </message>
-    <message>
-        <source>Needs when installed</source>
-        <translation>Займёт после установки</translation>
-    </message>
-    <message>
-        <source>On this device</source>
-        <translation>На устройстве</translation>
-    </message>
-    <message>
-        <source>Cancel the download</source>
-        <translation>Отменить загрузку</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>Удалить</translation>
-    </message>
-    <message>
-        <source>Try again</source>
-        <translation>Повторить</translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation>Обновить</translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation>Установить</translation>
-    </message>
     <message>
         <source>Close</source>
         <translation>Закрыть</translation>

@@ -194,6 +194,42 @@
     </message>
 </context>
 <context>
+    <name>DetailsPane</name>
+    <message numerus="yes">
+        <source>%n map(s) inside</source>
+        <translation>
+            <numerusform>含 %n 张地图</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose a map</source>
+        <translation>选择地图</translation>
+    </message>
+    <message>
+        <source>Its size, and what can be done with it, are shown here.</source>
+        <translation>此处显示其大小和可用操作。</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSummary</name>
+    <message>
+        <source>No network</source>
+        <translation>无网络</translation>
+    </message>
+    <message>
+        <source>Wi-Fi or cable</source>
+        <translation>Wi-Fi 或有线网络</translation>
+    </message>
+    <message>
+        <source>Mobile network</source>
+        <translation>移动网络</translation>
+    </message>
+    <message>
+        <source>%1 free</source>
+        <translation>可用空间：%1</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>
@@ -491,6 +527,41 @@
     </message>
 </context>
 <context>
+    <name>RegionDetails</name>
+    <message>
+        <source>Download</source>
+        <translation>下载大小</translation>
+    </message>
+    <message>
+        <source>Needs when installed</source>
+        <translation>安装后占用</translation>
+    </message>
+    <message>
+        <source>On this device</source>
+        <translation>此设备</translation>
+    </message>
+    <message>
+        <source>Cancel the download</source>
+        <translation>取消下载</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>重试</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>更新</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>安装</translation>
+    </message>
+</context>
+<context>
     <name>RegionInstaller</name>
     <message>
         <source>The catalogue has no region &quot;%1&quot;.</source>
@@ -588,38 +659,6 @@
 </context>
 <context>
     <name>RegionSheet</name>
-    <message>
-        <source>Download</source>
-        <translation>下载大小</translation>
-    </message>
-    <message>
-        <source>Needs when installed</source>
-        <translation>安装后占用</translation>
-    </message>
-    <message>
-        <source>On this device</source>
-        <translation>此设备</translation>
-    </message>
-    <message>
-        <source>Cancel the download</source>
-        <translation>取消下载</translation>
-    </message>
-    <message>
-        <source>Remove</source>
-        <translation>删除</translation>
-    </message>
-    <message>
-        <source>Try again</source>
-        <translation>重试</translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation>更新</translation>
-    </message>
-    <message>
-        <source>Install</source>
-        <translation>安装</translation>
-    </message>
     <message>
         <source>Close</source>
         <translation>关闭</translation>

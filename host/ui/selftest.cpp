@@ -163,7 +163,7 @@ void SelfTest::walkRegions()
     for (int i = 0; i < 3; ++i)
         call(page, "goBack");
     for (const char *id : {"GS", "FI", "DE"}) {
-        call(object("regionSheet"), "show", QLatin1String(id));
+        call(m_window, "showDetails", QLatin1String(id));
         look(QLatin1String("details of ") + QLatin1String(id));
         closeDialogs();
     }
@@ -186,7 +186,7 @@ void SelfTest::walkOthers()
     installer->pause();
     m_window->setProperty("page", 2);
     look(QStringLiteral("paused transfers"));
-    call(object("regionSheet"), "show", QStringLiteral("GS"));
+    call(m_window, "showDetails", QStringLiteral("GS"));
     look(QStringLiteral("details of a transfer"));
     closeDialogs();
     installer->resume();
@@ -229,7 +229,7 @@ void SelfTest::walkUpdate()
                                       - settings->property("height").toReal());
             look(QLatin1String("end of the settings, update ") + view.name);
             settings->setProperty("contentY", 0);
-            call(object("regionSheet"), "show", QStringLiteral("FI"));
+            call(m_window, "showDetails", QStringLiteral("FI"));
             look(QLatin1String("details, update ") + view.name);
             closeDialogs();
         }

@@ -71,6 +71,12 @@ public:
             qFatal("%s has no function %s", name, function);
     }
 
+    void showDetails(const char *id)
+    {
+        QMetaObject::invokeMethod(m_window, "showDetails",
+                                  Q_ARG(QVariant, QVariant(QLatin1String(id))));
+    }
+
     void showPage(int number) { m_window->setProperty("page", number); }
 
     void take(const char *name)
@@ -95,7 +101,7 @@ void takeAll(Photographer &photographer)
     photographer.call("regionsPage", "goDown", "UN150");
     photographer.call("regionsPage", "goDown", "UN154");
     photographer.take("regions");
-    photographer.call("regionSheet", "show", "FI");
+    photographer.showDetails("FI");
     photographer.take("details");
     QMetaObject::invokeMethod(photographer.object("regionSheet"), "close");
     photographer.showPage(1);
@@ -124,6 +130,7 @@ int run(const UiOptions &options)
         return EXIT_FAILURE;
     auto *const window = qobject_cast<QQuickWindow *>(engine.rootObjects().first());
     window->resize(options.size);
+    window->setPosition(16, 16); // The pointer, at 0,0, would hover over what is in the corner.
     session.open();
     waitUntil("the catalogue", [&session] {
         return session.ready() && session.regions()->count() > 0 && !session.regions()->loading();

@@ -22,6 +22,8 @@ private Q_SLOTS:
     void theServerIsChangedInTheSettings();
     void theStyleIsChosenInTheSettings();
     void aWideWindowHasItsBarAtTheSide();
+    void aWideWindowShowsDetailsBesideTheList();
+    void theDetailsBesideAListFollowIt();
 };
 
 namespace {
@@ -316,6 +318,58 @@ void UiPagesTest::aWideWindowHasItsBarAtTheSide()
 
     QTRY_VERIFY(tab().x() < 40);
     QVERIFY(tab().y() < 400);
+}
+
+void UiPagesTest::aWideWindowShowsDetailsBesideTheList()
+{
+    FilledRig rig;
+    rig.window->resize(1100, 760);
+    QVERIFY(rig.openWithCatalog());
+    QVERIFY(rig.waitFor("Choose a map"));
+
+    QVERIFY(rig.pressRow("Japan in 001"));
+    QVERIFY(rig.waitFor("Not installed"));
+    QVERIFY(rig.press("Install")); // nothing covers the list
+    QTRY_VERIFY_WITH_TIMEOUT(rig.session->catalog()->region(QStringLiteral("JP"))->installed(),
+                             UiRig::Long);
+    QTRY_VERIFY(rig.named(QStringLiteral("Remove")));
+
+    QVERIFY(rig.pressRow("Europe in 001"));
+    QVERIFY(rig.waitFor("Not installed")); // the level that is open
+    QVERIFY(!rig.named(QStringLiteral("Remove")));
+    rig.window->resize(360, 640);
+    QTRY_VERIFY(!rig.shows(QStringLiteral("Not installed")));
+    QVERIFY(rig.pressRow("Sweden in 001"));
+    QVERIFY(rig.waitFor("Not installed")); // in a sheet
+    QVERIFY(rig.press("Close"));
+}
+
+void UiPagesTest::theDetailsBesideAListFollowIt()
+{
+    FilledRig rig;
+    rig.window->resize(1100, 760);
+    QVERIFY(rig.openWithCatalog());
+    for (const char *id : {"JP", "FI"}) {
+        QVERIFY(rig.installer().install(QLatin1String(id)));
+        QTRY_VERIFY_WITH_TIMEOUT(rig.session->catalog()->region(QLatin1String(id))->installed(),
+                                 UiRig::Long);
+    }
+    const auto detail = [&rig] {
+        return rig.window->findChild<QObject *>(QStringLiteral("detailsPane"))
+            ->property("regionId")
+            .toString();
+    };
+
+    QVERIFY(rig.press("Installed"));
+    QTRY_COMPARE(detail(), QStringLiteral("FI")); // nobody chose: the first
+    QVERIFY(rig.pressRow("Japan in 001"));
+    QTRY_COMPARE(detail(), QStringLiteral("JP"));
+    QVERIFY(rig.installer().remove(QStringLiteral("JP")));
+    QTRY_COMPARE(detail(), QStringLiteral("FI")); // the chosen one is gone
+    QVERIFY(rig.installer().remove(QStringLiteral("FI")));
+
+    QVERIFY(rig.waitFor("No map is installed"));
+    QTRY_COMPARE(detail(), QString());
 }
 
 UI_TEST_MAIN(UiPagesTest)

@@ -10,6 +10,8 @@ ApplicationWindow {
     id: window
 
     readonly property bool wide: width >= 720
+    /** There is room for a region's details beside the list. */
+    readonly property bool roomy: width >= 960
     property int page: 0
     readonly property int updatePage: 4
     property int pageBefore: 0
@@ -44,6 +46,11 @@ ApplicationWindow {
         if (page !== updatePage)
             pageBefore = page
         page = updatePage
+    }
+
+    /** The details of a region: beside the list, or in a sheet over it. */
+    function showDetails(id) {
+        pages.item.showDetails(id)
     }
 
     function goBack() {
@@ -152,6 +159,11 @@ ApplicationWindow {
                 Item {
                     Layout.fillHeight: true
                 }
+                DeviceSummary {
+                    visible: session.isOpen
+                    Layout.fillWidth: true
+                    Layout.margins: 12
+                }
             }
             Rectangle {
                 width: 1
@@ -245,7 +257,20 @@ ApplicationWindow {
     Component {
         id: allPages
 
+        // The pages keep their width, and leave the pane's half alone: those without a pane would
+        // have to be arranged anew whenever they are shown.
         Item {
+            id: shown
+
+            readonly property var list: [regionsPage, installedPage, transfersPage][window.page]
+            readonly property bool hasPane: window.roomy && list !== undefined && list.hasDetails
+
+            function showDetails(id) {
+                if (hasPane)
+                    list.chosenId = id
+                else
+                    sheet.show(id)
+            }
             function goBack() {
                 return window.page === 0 && regionsPage.goBack()
             }
@@ -253,9 +278,10 @@ ApplicationWindow {
                 regionsPage.focusSearch()
             }
 
+
             StackLayout {
-                anchors.fill: parent
                 currentIndex: window.page
+                anchors.fill: parent
 
                 RegionsPage {
                     id: regionsPage
@@ -265,22 +291,30 @@ ApplicationWindow {
                     newerVersion: window.newerVersion
                     onUpdateAsked: window.showUpdate()
                     focus: window.page === 0
-                    onSheetAsked: id => sheet.show(id)
+                    detailsBeside: shown.hasPane
+                    onSheetAsked: id => shown.showDetails(id)
                 }
                 InstalledPage {
+                    id: installedPage
+
                     objectName: "installedPage"
                     update: window.update
                     newerVersion: window.newerVersion
                     onUpdateAsked: window.showUpdate()
                     focus: window.page === 1
-                    onSheetAsked: id => sheet.show(id)
+                    freeSpaceElsewhere: window.wide
+                    detailsBeside: shown.hasPane
+                    onSheetAsked: id => shown.showDetails(id)
                     onRemovalAsked: id => removal.ask(id)
                     onBrowsingAsked: window.show(0)
                 }
                 TransfersPage {
+                    id: transfersPage
+
                     objectName: "transfersPage"
                     focus: window.page === 2
-                    onSheetAsked: id => sheet.show(id)
+                    detailsBeside: shown.hasPane
+                    onSheetAsked: id => shown.showDetails(id)
                     onBrowsingAsked: window.show(0)
                 }
                 SettingsPage {
@@ -297,6 +331,15 @@ ApplicationWindow {
                     newerVersion: window.newerVersion
                     onBackAsked: window.goBack()
                 }
+            }
+            DetailsPane {
+                objectName: "detailsPane"
+                visible: shown.hasPane
+                regionId: shown.hasPane ? shown.list.detailId : ""
+                width: Math.floor(shown.width / 2)
+                height: parent.height
+                anchors.right: parent.right
+                onRemovalAsked: id => removal.ask(id)
             }
             RegionSheet {
                 id: sheet

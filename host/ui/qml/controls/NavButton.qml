@@ -76,6 +76,7 @@ AbstractButton {
             anchors.right: control.lying ? parent.right : undefined
             anchors.rightMargin: Theme.gap
             anchors.verticalCenter: control.lying ? parent.verticalCenter : icon.top
+            anchors.verticalCenterOffset: control.lying ? 0 : 3
 
             Text {
                 id: number

@@ -9,6 +9,8 @@ RowLayout {
 
     property string title
     property string subtitle
+    /** Said below the title; the subtitle, above it, is the way that leads here. */
+    property string note
     property bool canGoBack: false
     property string backText: qsTr("Back")
     default property alias actions: buttons.data
@@ -21,6 +23,7 @@ RowLayout {
 
     IconButton {
         visible: header.canGoBack
+        Layout.leftMargin: 4
         text: header.backText
         iconName: "back"
         directional: true
@@ -28,7 +31,9 @@ RowLayout {
     }
     ColumnLayout {
         Layout.fillWidth: true
-        Layout.leftMargin: header.canGoBack ? 4 : Theme.gap
+        Layout.leftMargin: header.canGoBack ? 0 : Theme.gap
+        Layout.topMargin: Theme.unit
+        Layout.bottomMargin: Theme.unit
         Layout.fillHeight: false
         spacing: 0
 
@@ -45,6 +50,13 @@ RowLayout {
             font.weight: Font.DemiBold
             Layout.fillWidth: true
             Accessible.role: Accessible.Heading
+        }
+        TextLabel {
+            visible: header.note !== ""
+            text: header.note
+            color: Theme.secondaryText
+            font.pixelSize: Theme.small
+            Layout.fillWidth: true
         }
     }
     RowLayout {

@@ -2,6 +2,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
+import QtQuick.Window 2.15
 import VexaMaps 1.0
 
 /** A label and its value. With actionable, the row can be pressed to change it. */
@@ -11,9 +12,11 @@ AbstractButton {
     property string value
     property string iconName
     property bool actionable: false
+    // Not its own width: that may change while the layouts are being made.
+    readonly property bool roomy: Window.width >= 900
 
     Layout.fillWidth: true
-    implicitHeight: Math.max(56, content.implicitHeight + 16)
+    implicitHeight: Math.max(roomy ? Theme.touch : 56, content.implicitHeight + 16)
     enabled: true
     hoverEnabled: actionable
     focusPolicy: actionable ? Qt.StrongFocus : Qt.NoFocus
@@ -38,10 +41,12 @@ AbstractButton {
             anchors.leftMargin: Theme.gap
             anchors.verticalCenter: parent.verticalCenter
         }
-        Column {
+        // The value stands below the label, or, where there is room, at the other end of the line.
+        Item {
             id: words
 
-            spacing: 2
+            height: control.roomy ? Math.max(label.height, worth.height)
+                                  : worth.visible ? worth.y + worth.height : label.height
             anchors.left: icon.visible ? icon.right : parent.left
             anchors.leftMargin: Theme.gap
             anchors.right: arrow.visible ? arrow.left : parent.right
@@ -49,16 +54,25 @@ AbstractButton {
             anchors.verticalCenter: parent.verticalCenter
 
             TextLabel {
+                id: label
+
                 text: control.text
-                width: parent.width
+                y: control.roomy ? (parent.height - height) / 2 : 0
+                width: control.roomy && worth.visible ? parent.width * 0.5 : parent.width
+                anchors.left: parent.left
             }
             TextLabel {
+                id: worth
+
                 visible: control.value !== ""
                 text: control.value
                 color: Theme.secondaryText
-                font.pixelSize: 14
+                font.pixelSize: control.roomy ? Theme.body : 14
                 wrapMode: Text.WrapAtWordBoundaryOrAnywhere
-                width: parent.width
+                horizontalAlignment: control.roomy ? Text.AlignRight : Text.AlignLeft
+                y: control.roomy ? (parent.height - height) / 2 : label.height + 2
+                width: control.roomy ? parent.width * 0.5 - Theme.gap : parent.width
+                anchors.right: parent.right
             }
         }
         Icon {

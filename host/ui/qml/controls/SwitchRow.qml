@@ -72,17 +72,19 @@ Switch {
         radius: 16
         x: Theme.mirrored ? Theme.gap : control.width - width - Theme.gap
         y: (control.height - height) / 2
-        color: control.checked ? Theme.accent : Theme.line
+        color: control.checked ? Theme.accent : "transparent"
+        border.width: control.checked ? 0 : 2
+        border.color: Theme.secondaryText
 
         Rectangle {
-            readonly property real inset: 4
+            readonly property real inset: (parent.height - height) / 2
 
-            width: 24
-            height: 24
-            radius: 12
+            width: control.checked ? 24 : 16
+            height: width
+            radius: width / 2
             y: inset
             x: control.checked !== Theme.mirrored ? parent.width - width - inset : inset
-            color: control.checked ? Theme.accentText : Theme.surface
+            color: control.checked ? Theme.accentText : Theme.secondaryText
         }
     }
     background: Rectangle {

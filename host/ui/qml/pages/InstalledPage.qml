@@ -12,19 +12,29 @@ FocusScope {
     property var update: session.update
     property string newerVersion: session.newerVersion
 
+    /** The window tells the free space beside the page. */
+    property bool freeSpaceElsewhere: false
+    /** Details are shown beside the list, as long as there are rows in it. */
+    property bool detailsBeside: false
+    readonly property bool hasDetails: list.shown > 0
+    readonly property alias detailId: list.detailId
+    property alias chosenId: list.chosenId
+
     signal sheetAsked(string id)
     signal updateAsked
     signal removalAsked(string id)
     signal browsingAsked
 
     ColumnLayout {
-        anchors.fill: parent
+        width: page.detailsBeside ? Math.ceil(page.width / 2) : page.width
+        height: parent.height
+        anchors.left: parent.left
         spacing: 0
 
         PageHeader {
             title: qsTr("Installed maps")
-            subtitle: session.freeSpace > 0
-                      ? qsTr("%1 free on this device").arg(Words.size(session.freeSpace)) : ""
+            note: session.freeSpace > 0 && !page.freeSpaceElsewhere
+                  ? qsTr("%1 free on this device").arg(Words.size(session.freeSpace)) : ""
             Layout.alignment: Qt.AlignHCenter
             Layout.fillWidth: true
             Layout.maximumWidth: Theme.column
@@ -52,6 +62,7 @@ FocusScope {
                 height: parent.height
                 width: Math.min(parent.width, Theme.column)
                 focus: true
+                markedId: page.detailsBeside ? page.detailId : ""
                 filter: "installed"
                 onPressed: region => page.sheetAsked(region.regionId)
                 delegate: RegionRow {

@@ -19,6 +19,12 @@ FocusScope {
     property var update: session.update
     property string newerVersion: session.newerVersion
 
+    /** Details are shown beside the list: of what is chosen, else of the level that is open. */
+    property bool detailsBeside: false
+    readonly property bool hasDetails: !empty && (!searching || results.shown > 0)
+    readonly property string detailId: chosenId !== "" ? chosenId : searching ? "" : currentId
+    property string chosenId
+
     signal sheetAsked(string id)
     signal updateAsked
 
@@ -61,7 +67,11 @@ FocusScope {
             levels.pop(null) // The new catalogue does not have it.
     }
 
-    onCurrentIdChanged: refreshCurrent()
+    onCurrentIdChanged: {
+        chosenId = ""
+        refreshCurrent()
+    }
+    onSearchingChanged: chosenId = ""
 
     Connections {
         target: session.regions
@@ -70,7 +80,9 @@ FocusScope {
     }
 
     ColumnLayout {
-        anchors.fill: parent
+        width: page.detailsBeside ? Math.ceil(page.width / 2) : page.width
+        height: parent.height
+        anchors.left: parent.left
         spacing: 0
 
         PageHeader {
@@ -145,6 +157,7 @@ FocusScope {
                 height: parent.height
                 width: Math.min(parent.width, Theme.column)
                 visible: page.searching
+                markedId: page.detailsBeside ? page.chosenId : ""
                 search: search.words
                 treeMode: !page.searching // All regions would be a lot of rows for nobody.
                 onPressed: region => page.press(region)
@@ -191,6 +204,7 @@ FocusScope {
                 height: parent.height
                 width: Math.min(parent.width, Theme.column)
                 focus: true
+                markedId: page.detailsBeside ? page.chosenId : ""
                 treeMode: true
                 onPressed: region => page.press(region)
                 delegate: BrowseRow {

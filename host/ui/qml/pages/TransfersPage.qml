@@ -18,11 +18,19 @@ FocusScope {
         return ""
     }
 
+    /** Details are shown beside the list, as long as there are rows in it. */
+    property bool detailsBeside: false
+    readonly property bool hasDetails: list.shown > 0
+    readonly property alias detailId: list.detailId
+    property alias chosenId: list.chosenId
+
     signal sheetAsked(string id)
     signal browsingAsked
 
     ColumnLayout {
-        anchors.fill: parent
+        width: page.detailsBeside ? Math.ceil(page.width / 2) : page.width
+        height: parent.height
+        anchors.left: parent.left
         spacing: 0
 
         PageHeader {
@@ -71,6 +79,7 @@ FocusScope {
                 height: parent.height
                 width: Math.min(parent.width, Theme.column)
                 focus: true
+                markedId: page.detailsBeside ? page.detailId : ""
                 filter: "transfers"
                 onPressed: region => page.sheetAsked(region.regionId)
                 delegate: RegionRow {

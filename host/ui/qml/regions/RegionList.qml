@@ -17,6 +17,11 @@ ListView {
     property alias treeMode: rows.treeMode
     property alias filter: rows.filter
     readonly property int shown: rows.count
+    /** The region whose details are asked for, and the one that is marked for it. */
+    property string chosenId
+    property string markedId
+    /** The chosen region; the first one while that is not in the list. */
+    property string detailId
 
     signal pressed(var region)
 
@@ -58,6 +63,22 @@ ListView {
     Keys.onReturnPressed: press()
     Keys.onEnterPressed: press()
     Keys.onSpacePressed: press()
+
+    function findDetail() {
+        detailId = rows.rowOf(chosenId) >= 0 ? chosenId
+                                             : rows.count > 0 ? rows.get(0).regionId : ""
+    }
+
+    onChosenIdChanged: findDetail()
+    Component.onCompleted: findDetail()
+
+    Connections {
+        target: rows
+        function onCountChanged() { Qt.callLater(list.findDetail) }
+        function onLayoutChanged() { Qt.callLater(list.findDetail) }
+        function onRowsRemoved() { Qt.callLater(list.findDetail) }
+        function onRowsInserted() { Qt.callLater(list.findDetail) }
+    }
 
     function press() {
         byKeyboard = true

@@ -21,6 +21,9 @@ ItemDelegate {
 
     /** Tab leads to the buttons of the row that the arrows have chosen, not to all of them. */
     readonly property int buttonFocus: ListView.isCurrentItem ? Qt.StrongFocus : Qt.ClickFocus
+    /** Its details are shown beside the list. */
+    readonly property bool chosen: ListView.view !== null
+                                   && ListView.view.markedId === region.regionId
     readonly property bool failed: region.state === "failed"
     readonly property bool shown: region.pending || failed || region.state === "cancelled"
     readonly property string facts: {
@@ -68,7 +71,8 @@ ItemDelegate {
             height: 40
             radius: 20
             color: row.failed ? Theme.dangerTint
-                              : row.region.installed ? Theme.accent : Theme.accentTint
+                              : row.region.installed ? Theme.accent
+                                : row.chosen ? Theme.surface : Theme.accentTint
 
             Icon {
                 anchors.centerIn: parent
@@ -128,7 +132,8 @@ ItemDelegate {
         }
     }
     background: Rectangle {
-        color: row.hovered || row.down ? Theme.hovered : Theme.surface
+        color: row.chosen ? Theme.accentTint
+                          : row.hovered || row.down ? Theme.hovered : Theme.surface
 
         Rectangle {
             width: parent.width
