@@ -332,14 +332,16 @@ ApplicationWindow {
                     onBackAsked: window.goBack()
                 }
             }
-            DetailsPane {
-                objectName: "detailsPane"
-                visible: shown.hasPane
-                regionId: shown.hasPane ? shown.list.detailId : ""
+            Loader {
+                active: shown.hasPane
                 width: Math.floor(shown.width / 2)
                 height: parent.height
                 anchors.right: parent.right
-                onRemovalAsked: id => removal.ask(id)
+                sourceComponent: DetailsPane {
+                    objectName: "detailsPane"
+                    regionId: shown.hasPane ? shown.list.detailId : ""
+                    onRemovalAsked: id => removal.ask(id)
+                }
             }
             RegionSheet {
                 id: sheet

@@ -29,7 +29,7 @@ AbstractButton {
     contentItem: Item {
         id: content
 
-        implicitHeight: words.height
+        implicitHeight: control.roomy ? Math.max(words.height, beside.height) : words.height
 
         Icon {
             id: icon
@@ -41,39 +41,44 @@ AbstractButton {
             anchors.leftMargin: Theme.gap
             anchors.verticalCenter: parent.verticalCenter
         }
-        // The value stands below the label, or, where there is room, at the other end of the line.
-        Item {
+        Column {
             id: words
 
-            height: control.roomy ? Math.max(label.height, worth.height)
-                                  : worth.visible ? worth.y + worth.height : label.height
+            spacing: 2
             anchors.left: icon.visible ? icon.right : parent.left
+            anchors.leftMargin: Theme.gap
+            anchors.right: beside.visible ? parent.horizontalCenter
+                                          : arrow.visible ? arrow.left : parent.right
+            anchors.rightMargin: beside.visible ? 0 : Theme.gap
+            anchors.verticalCenter: parent.verticalCenter
+
+            TextLabel {
+                text: control.text
+                width: parent.width
+            }
+            TextLabel {
+                visible: control.value !== "" && !control.roomy
+                text: control.value
+                color: Theme.secondaryText
+                font.pixelSize: 14
+                wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+                width: parent.width
+            }
+        }
+        // Where there is room, the value stands at the other end of the line.
+        TextLabel {
+            id: beside
+
+            visible: control.value !== "" && control.roomy
+            text: control.value
+            color: Theme.secondaryText
+            wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+            horizontalAlignment: Text.AlignRight
+            anchors.left: parent.horizontalCenter
             anchors.leftMargin: Theme.gap
             anchors.right: arrow.visible ? arrow.left : parent.right
             anchors.rightMargin: Theme.gap
             anchors.verticalCenter: parent.verticalCenter
-
-            TextLabel {
-                id: label
-
-                text: control.text
-                y: control.roomy ? (parent.height - height) / 2 : 0
-                width: control.roomy && worth.visible ? parent.width * 0.5 : parent.width
-                anchors.left: parent.left
-            }
-            TextLabel {
-                id: worth
-
-                visible: control.value !== ""
-                text: control.value
-                color: Theme.secondaryText
-                font.pixelSize: control.roomy ? Theme.body : 14
-                wrapMode: Text.WrapAtWordBoundaryOrAnywhere
-                horizontalAlignment: control.roomy ? Text.AlignRight : Text.AlignLeft
-                y: control.roomy ? (parent.height - height) / 2 : label.height + 2
-                width: control.roomy ? parent.width * 0.5 - Theme.gap : parent.width
-                anchors.right: parent.right
-            }
         }
         Icon {
             id: arrow

@@ -94,7 +94,6 @@ FocusScope {
                 RegionDetails {
                     id: details
 
-                    live: pane.visible
                     Layout.fillWidth: true
                     Layout.margins: Theme.gap
                     Layout.topMargin: Theme.unit
