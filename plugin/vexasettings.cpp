@@ -2,6 +2,7 @@
 #include "plugin/vexasettings.h"
 
 #include "plugin/qtcompat.h"
+#include "plugin/settingsfile_p.h"
 #include "plugin/vexaconstants.h"
 #include <QCoreApplication>
 #include <QFile>
@@ -33,6 +34,9 @@ QSettings *VexaSettings::instance()
 {
     const QMutexLocker lock(&pointerMutex);
     if (!settings) {
+        // Where the file is, QSettings alone knows; it reads no value before it is asked for one.
+        const QString file = QSettings(VEXA_SETTINGS_FILE_NAME, VEXA_SETTINGS_FILE_NAME).fileName();
+        SettingsFile::setDamagedAside(file);
         settings = new QSettings(VEXA_SETTINGS_FILE_NAME, VEXA_SETTINGS_FILE_NAME);
         VexaCompat::useUtf8(*settings);
         removeAbandonedLock(settings->fileName());

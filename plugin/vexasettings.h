@@ -11,6 +11,9 @@
  * transfer in progress) across restarts. Organisation and application are both "vexa"; it is not
  * the application's own store, which the plugin only reads.
  *
+ * A file with values that would end the program while they are read, which only damage or malice
+ * puts there, is renamed to "vexa.conf.damaged" first; the state then begins empty.
+ *
  * The object is made by its first user and lives until destroy(); a later user gets a new one. It
  * belongs to no thread and is never written behind our back: what is set reaches the disk at
  * sync(), under the lock.

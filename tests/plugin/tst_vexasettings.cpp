@@ -29,6 +29,9 @@ private Q_SLOTS:
     void readsWhatEitherQtWrote_data();
     void readsWhatEitherQtWrote();
     void losesOnlyTheBadLinesOfADamagedFile();
+    void setsAFileAsideThatWouldEndTheProgram_data();
+    void setsAFileAsideThatWouldEndTheProgram();
+    void keepsAFileWhoseTextsOnlyLookPacked();
     void removesTheEmptyLockOfAKilledRun();
     void leavesALockThatSomebodyHolds();
 };
@@ -275,6 +278,57 @@ void VexaSettingsTest::losesOnlyTheBadLinesOfADamagedFile()
     settings->sync();
 
     QCOMPARE(readAll(settingsFile(home)), QByteArray("[General]\nfirst=1\nlast=2\nmore=3\n"));
+}
+
+void VexaSettingsTest::setsAFileAsideThatWouldEndTheProgram_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    // A list of four thousand million values. QSettings would make room for all of them.
+    const QByteArray list("(\\0\\0\\0\\t\\xff\\xff\\xff\\xff)");
+    QTest::newRow("a packed list") << "@Variant" + list;
+    QTest::newRow("a packed time") << "@DateTime" + list;
+    QTest::newRow("in quotes") << "\"@Variant" + list + '"';
+    QTest::newRow("behind another value") << "x, @Variant" + list;
+    QTest::newRow("by numbers") << "\\x40\\126ariant" + list;
+    QTest::newRow("by numbers that are too long") << "\\x10040Variant" + list;
+    QTest::newRow("with quotes between") << "@Var\"\" iant" + list;
+    QTest::newRow("with a mark between") << "@Var\"\"\xef\xbb\xbfiant" + list;
+    QTest::newRow("with escapes that mean nothing") << "@Var\\q\\xiant" + list;
+    QTest::newRow("in two lines") << "@Var\\\niant" + list;
+    QTest::newRow("in two lines with two line ends") << "@Var\\\r\niant" + list;
+}
+
+void VexaSettingsTest::setsAFileAsideThatWouldEndTheProgram()
+{
+    QFETCH(QByteArray, value);
+    const TemporaryHome home;
+    const QByteArray damaged = "[requests]\n1\\id=" + value + "\nsize=1\n";
+    write(settingsFile(home), damaged);
+    write(settingsFile(home) + QLatin1String(".damaged"), "of an earlier time");
+
+    const VexaSettings::Locker settings;
+
+    QCOMPARE(settings->value(QStringLiteral("requests/1/id")).toString(), QString());
+    QCOMPARE(settings->allKeys(), QStringList());
+    QCOMPARE(readAll(settingsFile(home) + QLatin1String(".damaged")), damaged);
+    settings->setValue(QStringLiteral("key"), 1);
+    settings->sync();
+    QCOMPARE(settings->status(), QSettings::NoError);
+    QVERIFY(readAll(settingsFile(home)).contains("key=1"));
+}
+
+void VexaSettingsTest::keepsAFileWhoseTextsOnlyLookPacked()
+{
+    const TemporaryHome home;
+    const QStringList texts {QStringLiteral("@Variant(x)"), QStringLiteral("@DateTime("),
+                             QStringLiteral("http://me@Vienna/@Variants/"), QStringLiteral("@")};
+    for (const QString &text : texts) {
+        VexaSettings::Locker()->setValue(QStringLiteral("key"), text);
+        VexaSettings::destroy(); // and written
+
+        QCOMPARE(VexaSettings::Locker()->value(QStringLiteral("key")).toString(), text);
+    }
+    QVERIFY(!QFile::exists(settingsFile(home) + QLatin1String(".damaged")));
 }
 
 void VexaSettingsTest::removesTheEmptyLockOfAKilledRun()
