@@ -6,9 +6,11 @@
 #include "download/httpanswer_p.h"
 #include "plugin/vexaconstants.h"
 #include "plugin/vexasettings.h"
+#include <climits>
 #include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QFileInfo>
 #include <QMutexLocker>
 #include <QNetworkRequest>
@@ -25,7 +27,7 @@ constexpr qint64 ReplyBuffer = 8 * 1024 * 1024; // bytes that Qt may hold for us
 bool isFileName(const QString &name)
 {
     return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..")
-        && !name.contains(QChar(0));
+        && !name.contains(QChar(0)) && QFile::encodeName(name).size() <= NAME_MAX;
 }
 
 } // namespace

@@ -155,6 +155,10 @@ void SaveFileTest::isNamedAfterTheLastPartOfThePath_data()
     row("a slash in disguise", "http://h/a%2F..%2Fb.zip", QStringLiteral("b.zip"));
     row("a way out in disguise", "http://h/..%2F..%2F..", fallback);
     row("a zero byte", "http://h/a%00b", fallback);
+    const QByteArray longest(255, 'x'); // bytes, and not letters
+    row("the longest name", "http://h/" + longest, QString::fromLatin1(longest));
+    row("a name too long for a file", "http://h/x" + longest, fallback);
+    row("a name too long in UTF-8", "http://h/" + QByteArray("%C3%85").repeated(128), fallback);
     row("a hidden file", "http://h/.profile", QStringLiteral(".profile"));
 }
 
