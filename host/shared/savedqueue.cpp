@@ -31,7 +31,8 @@ QList<Request> readFrom(QSettings &settings)
     const QStringList groups = settings.childGroups();
     for (const QString &group : groups) {
         const int index = group.toInt();
-        if (index > 0 && (size <= 0 || index <= size))
+        const bool isEntry = index > 0 && group == QString::number(index); // "01" is none
+        if (isEntry && (size <= 0 || index <= size))
             indexes.append(index);
     }
     std::sort(indexes.begin(), indexes.end());

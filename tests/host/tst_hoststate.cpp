@@ -33,6 +33,7 @@ private Q_SLOTS:
     void aDamagedJournalIsEmpty();
     void aJournalThatCannotBeWrittenSaysSo();
     void takesRequestsOutOfTheSavedQueue();
+    void findsTheRequestsThatTheEngineFinds();
     void takingTheHeadOutForgetsItsTransfer();
     void anArchiveThatAnotherRequestGrowsStays();
     void filesOutsideTheDownloadFolderStay();
@@ -164,6 +165,24 @@ void HostStateTest::takesRequestsOutOfTheSavedQueue()
     QCOMPARE(left.first().id, QStringLiteral("SE"));
     QCOMPARE(left.first().payload.toString(), QStringLiteral("y"));
     QCOMPARE(SavedQueue::removeIf([](const Request &) { return false; }), 0);
+}
+
+void HostStateTest::findsTheRequestsThatTheEngineFinds()
+{
+    {
+        const VexaSettings::Locker settings;
+        for (const char *entry : {"1", "01", "+1", "x", "-1", "3"})
+            settings->setValue(QStringLiteral("requests/%1/id").arg(QLatin1String(entry)),
+                               QLatin1String(entry));
+        settings->sync();
+    }
+
+    const QList<Request> found = SavedQueue::read();
+
+    RequestQueue<Request> queue(nullptr);
+    queue.restoreSaved(); // which writes them anew
+    QCOMPARE(found.size(), 2);
+    QVERIFY(found == queue.snapshot());
 }
 
 void HostStateTest::takingTheHeadOutForgetsItsTransfer()
