@@ -2,6 +2,7 @@
 #ifndef VEXA_CONTENTFILE_P_H
 #define VEXA_CONTENTFILE_P_H
 
+#include "vexa_export.h"
 #include <QByteArray>
 #include <QHash>
 #include <QList>
@@ -41,15 +42,15 @@ QStringList readIds(const QString &path);
 /** The "map-version" as it stands; empty if there is an error anywhere in the file. */
 QString readMapVersion(const QString &path);
 
-/** The tables; empty if there is an error anywhere in the file. */
-Tables readTables(const QString &path);
+/** The tables; empty if there is an error anywhere in the file. Exported for the fuzzing. */
+VEXA_EXPORT Tables readTables(const QString &path);
 
 /**
  * The bytes of the file. Runs the event loop after each tile and each region, so it must not be
- * given anything that can end meanwhile.
+ * given anything that can end meanwhile. Exported for the fuzzing.
  */
-QByteArray write(const QString &mapVersion, const QDir &tileCacheFolder,
-                 const QList<QFileInfo> &tiles, const QList<Region> &regions);
+VEXA_EXPORT QByteArray write(const QString &mapVersion, const QDir &tileCacheFolder,
+                             const QList<QFileInfo> &tiles, const QList<Region> &regions);
 
 /** The bytes of a file of this version that lists neither tiles nor regions. */
 QByteArray writeEmpty(const QString &mapVersion);
