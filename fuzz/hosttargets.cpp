@@ -11,7 +11,7 @@ namespace {
 
 bool isSame(const FolderOps::Identity &a, const FolderOps::Identity &b)
 {
-    return a.inode == b.inode && a.born == b.born;
+    return (a.isNull() && b.isNull()) || (a.inode == b.inode && a.born == b.born);
 }
 
 bool isSame(const SwapNote &a, const SwapNote &b)
