@@ -223,7 +223,7 @@
     </message>
     <message>
         <source>Wi-Fi or cable</source>
-        <translation>Wi-Fi أو كابل</translation>
+        <translation>‏Wi‑Fi أو كابل</translation>
     </message>
     <message>
         <source>Mobile network</source>
@@ -401,7 +401,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>التنزيلات في انتظار شبكة Wi-Fi.</translation>
+        <translation>التنزيلات في انتظار شبكة Wi‑Fi.</translation>
     </message>
     <message>
         <source>The maps are being changed already.</source>
@@ -686,7 +686,7 @@
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation>في انتظار شبكة Wi-Fi</translation>
+        <translation>في انتظار شبكة Wi‑Fi</translation>
     </message>
     <message>
         <source>Not installed</source>
@@ -957,7 +957,7 @@
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation>متصل عبر Wi-Fi أو كابل</translation>
+        <translation>متصل عبر Wi‑Fi أو كابل</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
@@ -981,7 +981,7 @@
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation>قد تترتّب عليه تكلفة. عند الإيقاف تنتظر التنزيلات شبكة Wi-Fi.</translation>
+        <translation>قد تترتّب عليه تكلفة. عند الإيقاف تنتظر التنزيلات شبكة Wi‑Fi.</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
@@ -997,7 +997,7 @@
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation>إنها Wi-Fi أو كابل</translation>
+        <translation>إنها Wi‑Fi أو كابل</translation>
     </message>
     <message>
         <source>On this device</source>
@@ -1219,7 +1219,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>التنزيلات في انتظار شبكة Wi-Fi.</translation>
+        <translation>التنزيلات في انتظار شبكة Wi‑Fi.</translation>
     </message>
     <message>
         <source>Transfers</source>

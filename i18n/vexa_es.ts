@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Wi-Fi or cable</source>
-        <translation>Wi-Fi o cable</translation>
+        <translation>Wi‑Fi o cable</translation>
     </message>
     <message>
         <source>Mobile network</source>
@@ -397,7 +397,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>Las descargas esperan a la Wi-Fi.</translation>
+        <translation>Las descargas esperan a la Wi‑Fi.</translation>
     </message>
     <message>
         <source>The maps are being changed already.</source>
@@ -678,7 +678,7 @@
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation>En espera de Wi-Fi</translation>
+        <translation>En espera de Wi‑Fi</translation>
     </message>
     <message>
         <source>Not installed</source>
@@ -945,7 +945,7 @@
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation>Conectado por Wi-Fi o cable</translation>
+        <translation>Conectado por Wi‑Fi o cable</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
@@ -969,7 +969,7 @@
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation>Puede tener coste. Desactivado: las descargas esperan a la Wi-Fi.</translation>
+        <translation>Puede tener coste. Desactivado: las descargas esperan a la Wi‑Fi.</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
@@ -985,7 +985,7 @@
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation>Es Wi-Fi o cable</translation>
+        <translation>Es Wi‑Fi o cable</translation>
     </message>
     <message>
         <source>On this device</source>
@@ -1195,7 +1195,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>Las descargas esperan a la Wi-Fi.</translation>
+        <translation>Las descargas esperan a la Wi‑Fi.</translation>
     </message>
     <message>
         <source>Transfers</source>

@@ -218,7 +218,7 @@
     </message>
     <message>
         <source>Wi-Fi or cable</source>
-        <translation>Wi-Fi または有線</translation>
+        <translation>Wi‑Fi または有線</translation>
     </message>
     <message>
         <source>Mobile network</source>
@@ -396,7 +396,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>ダウンロードは Wi-Fi 接続を待っています。</translation>
+        <translation>ダウンロードは Wi‑Fi 接続を待っています。</translation>
     </message>
     <message>
         <source>The maps are being changed already.</source>
@@ -676,7 +676,7 @@
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation>Wi-Fi を待っています</translation>
+        <translation>Wi‑Fi を待っています</translation>
     </message>
     <message>
         <source>Not installed</source>
@@ -942,7 +942,7 @@
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation>Wi-Fi または有線で接続中</translation>
+        <translation>Wi‑Fi または有線で接続中</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
@@ -966,7 +966,7 @@
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation>料金がかかることがあります。オフの場合、ダウンロードは Wi-Fi 接続を待ちます。</translation>
+        <translation>料金がかかることがあります。オフの場合、ダウンロードは Wi‑Fi 接続を待ちます。</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
@@ -982,7 +982,7 @@
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation>Wi-Fi または有線</translation>
+        <translation>Wi‑Fi または有線</translation>
     </message>
     <message>
         <source>On this device</source>
@@ -1189,7 +1189,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>ダウンロードは Wi-Fi 接続を待っています。</translation>
+        <translation>ダウンロードは Wi‑Fi 接続を待っています。</translation>
     </message>
     <message>
         <source>Transfers</source>

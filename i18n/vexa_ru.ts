@@ -220,7 +220,7 @@
     </message>
     <message>
         <source>Wi-Fi or cable</source>
-        <translation>Wi-Fi или кабель</translation>
+        <translation>Wi‑Fi или кабель</translation>
     </message>
     <message>
         <source>Mobile network</source>
@@ -398,7 +398,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>Загрузки ждут Wi-Fi.</translation>
+        <translation>Загрузки ждут Wi‑Fi.</translation>
     </message>
     <message>
         <source>The maps are being changed already.</source>
@@ -680,7 +680,7 @@
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation>Ожидание Wi-Fi</translation>
+        <translation>Ожидание Wi‑Fi</translation>
     </message>
     <message>
         <source>Not installed</source>
@@ -948,7 +948,7 @@
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation>Подключение по Wi-Fi или кабелю</translation>
+        <translation>Подключение по Wi‑Fi или кабелю</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
@@ -972,7 +972,7 @@
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation>Может быть платно. Если выключено, загрузки ждут Wi-Fi.</translation>
+        <translation>Может быть платно. Если выключено, загрузки ждут Wi‑Fi.</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
@@ -988,7 +988,7 @@
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation>Это Wi-Fi или кабель</translation>
+        <translation>Это Wi‑Fi или кабель</translation>
     </message>
     <message>
         <source>On this device</source>
@@ -1201,7 +1201,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>Загрузки ждут Wi-Fi.</translation>
+        <translation>Загрузки ждут Wi‑Fi.</translation>
     </message>
     <message>
         <source>Transfers</source>

@@ -218,7 +218,7 @@
     </message>
     <message>
         <source>Wi-Fi or cable</source>
-        <translation>Wi-Fi 或有线网络</translation>
+        <translation>Wi‑Fi 或有线网络</translation>
     </message>
     <message>
         <source>Mobile network</source>
@@ -396,7 +396,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>下载正在等待 Wi-Fi。</translation>
+        <translation>下载正在等待 Wi‑Fi。</translation>
     </message>
     <message>
         <source>The maps are being changed already.</source>
@@ -676,7 +676,7 @@
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
-        <translation>等待 Wi-Fi</translation>
+        <translation>等待 Wi‑Fi</translation>
     </message>
     <message>
         <source>Not installed</source>
@@ -942,7 +942,7 @@
     </message>
     <message>
         <source>Connected over Wi-Fi or a cable</source>
-        <translation>已通过 Wi-Fi 或有线连接</translation>
+        <translation>已通过 Wi‑Fi 或有线连接</translation>
     </message>
     <message>
         <source>Connected over a mobile network</source>
@@ -966,7 +966,7 @@
     </message>
     <message>
         <source>May cost money. Off: downloads wait for Wi-Fi.</source>
-        <translation>可能产生费用。关闭时，下载会等待 Wi-Fi。</translation>
+        <translation>可能产生费用。关闭时，下载会等待 Wi‑Fi。</translation>
     </message>
     <message>
         <source>Set the network by hand</source>
@@ -982,7 +982,7 @@
     </message>
     <message>
         <source>It is Wi-Fi or a cable</source>
-        <translation>是 Wi-Fi 或有线网络</translation>
+        <translation>是 Wi‑Fi 或有线网络</translation>
     </message>
     <message>
         <source>On this device</source>
@@ -1189,7 +1189,7 @@
     </message>
     <message>
         <source>Downloads wait for Wi-Fi.</source>
-        <translation>下载正在等待 Wi-Fi。</translation>
+        <translation>下载正在等待 Wi‑Fi。</translation>
     </message>
     <message>
         <source>Transfers</source>

@@ -25,6 +25,9 @@ ENDS = (
     (re.compile(r"[:：]$"), "colon"),
     (re.compile(r"(?:\.\.\.|…)$"), "ellipsis"),
 )
+# Digits do not: the first letter of a text decides the direction of all of it.
+LEFT_TO_RIGHT = re.compile(r"[^\w\u200f]*[A-Za-z]")
+ARABIC = re.compile(r"[\u0600-\u06ff]")
 
 
 def messages(root):
@@ -56,6 +59,10 @@ def text_faults(source, text, plural=False):
         faults.append("placeholders")
     faults += [name for pattern, name in ENDS
                if bool(pattern.search(text)) != bool(pattern.search(source))]
+    if "Wi-Fi" in text:
+        faults.append("Wi-Fi with a hyphen (not U+2011) that ends lines")
+    if LEFT_TO_RIGHT.match(PLACEHOLDER.sub("", text)) and ARABIC.search(text):
+        faults.append("laid out from the left (no U+200F in front)")
     return faults
 
 
@@ -179,3 +186,12 @@ class FaultsTest(unittest.TestCase):
         self.assertEqual(self.text("Size", "大小：", "zh_CN"), ["colon"])
         self.assertEqual(self.text("Wait…", "Warten"), ["ellipsis"])
         self.assertEqual(self.text("Wait", "Warten..."), ["ellipsis"])
+
+    def test_find_a_hyphen_at_which_a_name_would_be_torn_apart(self):
+        self.assertEqual(len(self.text("No Wi-Fi", "Pas de Wi-Fi", "fr")), 1)
+        self.assertEqual(self.text("No Wi-Fi", "Pas de Wi\u2011Fi", "fr"), [])
+
+    def test_find_arabic_that_would_be_laid_out_from_the_left(self):
+        self.assertEqual(len(self.text("Cable", "TCP أو كابل", "ar")), 1)
+        self.assertEqual(self.text("Cable", "\u200fTCP أو كابل", "ar"), [])
+        self.assertEqual(self.text("Cable", "كابل TCP", "ar"), [])

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstdio>
 #include <functional>
+#include <QCursor>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -130,7 +131,7 @@ int run(const UiOptions &options)
         return EXIT_FAILURE;
     auto *const window = qobject_cast<QQuickWindow *>(engine.rootObjects().first());
     window->resize(options.size);
-    window->setPosition(16, 16); // The pointer, at 0,0, would hover over what is in the corner.
+    QCursor::setPos(795, 795); // Outside of the window, where it hovers over nothing.
     session.open();
     waitUntil("the catalogue", [&session] {
         return session.ready() && session.regions()->count() > 0 && !session.regions()->loading();
