@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/lockedsession.h"
 
+#include "catalog/mapcatalog.h"
 #include "host/shared/datasetswap.h"
+#include "host/shared/leftovers.h"
+#include "host/shared/regionremoval.h"
 #include <chrono>
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QThread>
 
@@ -12,6 +16,20 @@ using namespace std::chrono_literals;
 
 constexpr auto SwapPatience = 10s; // moves take no time, but the disk is synced before and behind
 constexpr unsigned long WaitStep = 20; // ms
+
+void finishRemovals(CommandContext &context)
+{
+    if (RegionRemoval::unfinished().isEmpty())
+        return;
+    MapCatalog catalog;
+    catalog.updateCatalog();
+    const QStringList removed = RegionRemoval::finish(&catalog);
+    for (const QString &id : removed)
+        context.console.note(
+            QCoreApplication::translate("LockedSession",
+                                        "The removal of %1, which was cut short, is finished.")
+                .arg(id));
+}
 
 int recover(CommandContext &context)
 {
@@ -25,6 +43,8 @@ int recover(CommandContext &context)
         context.console.note(DataSetSwap::describe(recovery));
     if (!text.isEmpty())
         context.console.note(text);
+    finishRemovals(context);
+    Leftovers::remove();
     return ExitOk;
 }
 
@@ -50,6 +70,12 @@ int settleData(CommandContext &context)
             return lock.isHeldByOther() ? ExitLocked : ExitFailure;
         }
         QThread::msleep(WaitStep);
+    }
+    if (!RegionRemoval::unfinished().isEmpty()) {
+        DataSetLock lock;
+        if (lock.tryLock())
+            return recover(context);
+        // Another program is at it, or nothing can be changed; what there is may be shown.
     }
     return ExitOk;
 }

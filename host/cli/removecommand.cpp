@@ -7,6 +7,7 @@
 #include "host/cli/regionlookup.h"
 #include "host/shared/installjournal.h"
 #include "host/shared/regionfiles.h"
+#include "host/shared/regionremoval.h"
 #include "host/shared/regionstatus.h"
 #include "plugin/dataroot.h"
 #include <QJsonArray>
@@ -145,10 +146,7 @@ private:
         const RemovalFigures figures =
             RegionFiles::removalFigures(&catalog, id, DataRoot::tileCacheFolder());
         const QString name = RegionLookup::displayName(*catalog.region(id));
-        catalog.deleteInstalledRegion(id);
-        catalog.updateCatalog();
-        const MapRegion *region = catalog.region(id);
-        const bool gone = !region || !region->installed();
+        const bool gone = RegionRemoval::remove(&catalog, id);
         report->append(reportOf(figures, gone));
         if (!gone) {
             context.console.error(

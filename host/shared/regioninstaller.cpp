@@ -9,6 +9,7 @@
 #include "host/shared/attempttag.h"
 #include "host/shared/installrecovery.h"
 #include "host/shared/regionfiles.h"
+#include "host/shared/regionremoval.h"
 #include "host/shared/savedqueue.h"
 #include "host/shared/tilelist.h"
 #include "plugin/dataroot.h"
@@ -28,6 +29,7 @@ RegionInstaller::RegionInstaller(MapCatalog *catalog, Worker *worker, const QStr
     , m_catalog(catalog)
     , m_worker(worker)
     , m_iface(worker->getDownloadManagerIface())
+    , m_pathSuffix(pathSuffix)
     , m_tileFolder(DataRoot::tileCacheFolder(pathSuffix))
     , m_journal(InstallJournal::defaultPath(pathSuffix))
     , m_guard(worker, &m_journal)
@@ -52,6 +54,11 @@ void RegionInstaller::restore()
     const QStringList ids = m_journal.ids();
     for (const QString &id : ids)
         setState(id, RegionState::Queued);
+    const QStringList cutShort = RegionRemoval::unfinished(m_pathSuffix);
+    for (const QString &id : cutShort) {
+        if (!ids.contains(id)) // else it is installed anew
+            m_removals.append(id);
+    }
     if (!ids.isEmpty())
         Q_EMIT pendingChanged();
     if (m_paused)
@@ -240,8 +247,7 @@ bool RegionInstaller::removeNext()
     {
         const QScopedValueRollback<bool> inCatalog(m_inCatalog, true);
         figures = RegionFiles::removalFigures(m_catalog, id, m_tileFolder);
-        m_catalog->deleteInstalledRegion(id);
-        m_catalog->updateCatalog();
+        RegionRemoval::remove(m_catalog, id, m_pathSuffix);
     }
     m_removals.removeAll(id);
     if (!m_journal.find(id))
@@ -338,6 +344,7 @@ void RegionInstaller::record(PendingInstall entry)
 bool RegionInstaller::writeRecord(const QString &id, const QStringList &tiles)
 {
     const QScopedValueRollback<bool> inCatalog(m_inCatalog, true);
+    RegionRemoval::forget(id, m_pathSuffix);
     QStringList files = tiles;
     if (m_catalog->region(id)->installed()) {
         // The update removes what the new list lacks without asking who else needs it. Such a tile

@@ -32,7 +32,8 @@ class Worker;
  * One region is given to the engine at a time, in the order of the requests; those that follow are
  * kept in a journal of the installer's own, so that nothing is lost whenever the process dies. A
  * region is recorded as installed only when the engine finished without an error and every tile of
- * it is there. Removals are done between the engine's moves, never beside one.
+ * it is there. Removals are done between the engine's moves, never beside one; one that was cut
+ * short is taken up like an install.
  *
  * A program makes one for a data set, in the GUI thread, after the catalogue was loaded and before
  * the worker starts, calls restore(), and starts the worker. At the end it stops the worker, waits
@@ -204,6 +205,7 @@ private:
     MapCatalog *const m_catalog; // not owned
     Worker *const m_worker; // not owned
     DownloadManagerIface *const m_iface; // the worker's
+    const QString m_pathSuffix; // of the data set
     const QString m_tileFolder;
     QString m_baseUri;
     InstallJournal m_journal;

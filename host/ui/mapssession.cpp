@@ -4,6 +4,7 @@
 #include "catalog/mapcatalog.h"
 #include "download/downloadmanageriface.h"
 #include "host/shared/datasetswap.h"
+#include "host/shared/leftovers.h"
 #include "host/shared/regioninstaller.h"
 #include "plugin/logger.h"
 #include <chrono>
@@ -225,6 +226,7 @@ void MapsSession::openDataSet()
         m_lock.reset();
         return;
     }
+    Leftovers::remove();
     m_cityIndex = std::make_unique<CityIndexList>();
     m_set = std::make_unique<OpenDataSet>(m_baseUri, m_network.get());
     measureFreeSpace();

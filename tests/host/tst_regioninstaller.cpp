@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Installs, updates and removals that go well.
+#include "download/downloadmanageriface.h"
+#include "host/shared/leftovers.h"
+#include "host/shared/regionremoval.h"
 #include "installerrig.h"
 #include "testutils/archivebuilder.h"
 #include <QSignalSpy>
@@ -34,6 +37,9 @@ private Q_SLOTS:
     void aRemovalWaitsForTheMove();
     void aRemovalDoesNotWaitForADownload();
     void refusesToRemoveWhatIsBeingUpdated();
+    void aRemovalThatWasCutShortIsFinishedAtTheNextStart();
+    void whatIsInstalledAnewIsNotRemovedAtTheNextStart();
+    void leftoversGoAndWhatTheQueueNeedsStays();
 
 private:
     bool installAndWait(const QString &id, const QString &state = QStringLiteral("installed"));
@@ -262,6 +268,72 @@ void RegionInstallerTest::refusesToRemoveWhatIsBeingUpdated()
     QVERIFY(!rig->installer().remove(Fi));
 
     QVERIFY(rig->installer().refusal().contains(QLatin1String("cancel")));
+}
+
+// As a kill in the middle leaves it: noted, some tiles gone, still listed.
+void RegionInstallerTest::aRemovalThatWasCutShortIsFinishedAtTheNextStart()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt", "5/5/b.cdt"}));
+    rig->content.addRegion(Se, QStringLiteral("Sweden"), tilesOf({"0/2/s.cdt", "5/5/b.cdt"}));
+    rig->openSession();
+    QVERIFY(installAndWait(Fi));
+    QVERIFY(installAndWait(Se));
+    rig->closeSession();
+    TestFile::write(RegionRemoval::notePath(), R"({"version":1,"removals":["FI","gone","AX"]})");
+    QVERIFY(QFile::remove(rig->tileFolder() + QLatin1String("/0/1/a.cdt")));
+
+    rig->openSession();
+
+    QTRY_VERIFY(!rig->installer().busy());
+    QVERIFY(!rig->isInstalled(Fi));
+    QCOMPARE(rig->recordedIds(), QStringList {Se});
+    QCOMPARE(rig->tileDifference(rig->content.tiles(Se)), QString());
+    QVERIFY(!QFile::exists(RegionRemoval::notePath()));
+}
+
+// The note stayed because the content file could not be written; then the user wanted it again.
+void RegionInstallerTest::whatIsInstalledAnewIsNotRemovedAtTheNextStart()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt"}));
+    rig->openSession();
+    QVERIFY(installAndWait(Fi));
+    TestFile::write(RegionRemoval::notePath(), R"({"version":1,"removals":["FI"]})");
+    QVERIFY(installAndWait(Fi));
+    rig->closeSession();
+
+    rig->openSession();
+
+    QTRY_VERIFY(!rig->installer().busy());
+    QVERIFY(rig->isInstalled(Fi));
+    QCOMPARE(rig->tileDifference(rig->content.tiles(Fi)), QString());
+}
+
+void RegionInstallerTest::leftoversGoAndWhatTheQueueNeedsStays()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt"}));
+    rig->openSession();
+    rig->installer().pause();
+    QVERIFY(rig->installer().install(Fi));
+    QTRY_COMPARE(rig->session->downloads()->getRequests().size(), 3);
+    rig->closeSession();
+    const QString downloads = rig->home.downloadFolder();
+    const QString vexa = QDir::homePath() + QLatin1String("/MyDocs/.vexa/");
+    const QStringList stay {downloads + QLatin1String("FI.zip"), vexa + QLatin1String("notes.txt"),
+                            DataRoot::catalogFolder() + QLatin1String("/content.xml.backup")};
+    const QStringList go {downloads + QLatin1String("SE.zip"),
+                          vexa + QLatin1String("installs.json.aBcDeF"),
+                          DataRoot::catalogFolder() + QLatin1String("/content.xml.aBcDeF"),
+                          DataRoot::catalogFolder() + QLatin1String("/cityindex.xml.aBcDeF")};
+    for (const QString &file : stay + go)
+        TestFile::write(file, "half");
+
+    Leftovers::remove();
+
+    for (const QString &file : stay)
+        QVERIFY2(QFile::exists(file), qPrintable(file));
+    for (const QString &file : go)
+        QVERIFY2(!QFile::exists(file), qPrintable(file));
+    QVERIFY(QFile::exists(vexa + QLatin1String("installs.json")));
 }
 
 QTEST_GUILESS_MAIN(RegionInstallerTest)
