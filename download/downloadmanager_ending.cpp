@@ -4,6 +4,7 @@
 
 #include "download/downloadmanager_p.h"
 #include "download/httpanswer_p.h"
+#include "plugin/disksync_p.h"
 #include "plugin/vexaconstants.h"
 #include "plugin/vexasettings.h"
 #include <QCoreApplication>
@@ -196,6 +197,10 @@ void DownloadManager::endWell()
     const QString fileName = d->download.fileName;
     const bool isTest = d->current.type == TestDownloadRequest;
     forgetTransfer();
+    // Else the queue could say that it is there when a power cut has left half of it. What could
+    // not be written is found out by unpacking it.
+    if (!isTest)
+        DiskSync::file(fileName);
     const bool wasQueued = d->queue->dequeueIfHead(d->current);
     // A test writes nothing; the empty file that opening made is not worth keeping. And a file
     // whose request was cancelled at the last moment has nobody left who wants it.

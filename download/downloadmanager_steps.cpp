@@ -4,6 +4,7 @@
 
 #include "download/downloadmanager_p.h"
 #include "plugin/dataroot.h"
+#include "plugin/disksync_p.h"
 #include "plugin/shell_p.h"
 #include "plugin/vexaconstants.h"
 #include "plugin/vexasettings.h"
@@ -108,8 +109,8 @@ bool moveOver(const QString &source, const QString &target)
     return true;
 }
 
-// The target of the file move that is under way. A run that finds it after a crash can tell a file
-// that has arrived from one that was never there.
+// The target of the move that is under way. A run that finds it after a crash can tell a file that
+// has arrived from one that was never there, and a scratch folder that is not whole any more.
 QString movingKey()
 {
     return QStringLiteral("moving");
@@ -146,6 +147,34 @@ bool arrives(const QString &source, const QString &target)
     return moveOver(source, target);
 }
 
+// Files that take the place of older ones. Those at the top are left out: without any entry there
+// the copy would have nothing to copy, and fail; and so are those that its pattern leaves out.
+QStringList replacements(const QString &source, const QString &destination,
+                         const QStringList &files)
+{
+    QStringList result;
+    for (const QString &file : files) {
+        const QFileInfo old(withSlash(destination) + file);
+        const bool isCopied = file.contains(QLatin1Char('/')) && !file.startsWith(QLatin1Char('.'));
+        if (isCopied && old.isFile() && !old.isSymLink()
+            && QFileInfo(withSlash(source) + file).isFile())
+            result.append(file);
+    }
+    return result;
+}
+
+// The copy that follows writes into the files that are there: cut short, it would leave half of a
+// tile that another region needs. What cannot be put in place here is left to it.
+void replaceWhole(const QString &source, const QString &destination, const QStringList &files)
+{
+    const QStringList old = replacements(source, destination, files);
+    if (old.isEmpty())
+        return;
+    setMovingTo(destination);
+    for (const QString &file : old)
+        moveOver(withSlash(source) + file, withSlash(destination) + file);
+}
+
 } // namespace
 
 int DownloadManager::doUncompress()
@@ -168,7 +197,9 @@ int DownloadManager::doUncompress()
         const QMutexLocker lock(&d->requestMutex);
         d->archive = &archive;
     }
-    const bool unpacked = archive.unpack(scratch);
+    // The archive goes when the step is out of the queue; what came out of it must be safe first.
+    const bool unpacked =
+        archive.unpack(scratch) && DiskSync::files(scratch, DiskSync::filesBelow(scratch));
     archive.disconnect(this);
     {
         const QMutexLocker lock(&d->requestMutex);
@@ -283,12 +314,16 @@ void DownloadManager::moveFolder(const QString &source, const QString &destinati
         return;
     }
     d->info(QStringLiteral("Shell is available"));
+    const QStringList files = DiskSync::filesBelow(source);
+    replaceWhole(source, destination, files);
     if (runLogged(QLatin1String("cp -a ") + everythingIn(source) + QLatin1Char(' ')
                   + Shell::quoted(destination))
-        != 0) {
+            != 0
+        || !DiskSync::files(destination, files)) {
         L::og()->error(QStringLiteral("Move failed"));
         failStep(MoveFailed);
     }
+    forgetMoving();
     // Out of the queue before the source goes: done again without it, the step would fail.
     d->queue->dequeueIfHead(d->current);
     if (runLogged(QLatin1String("rm -rf ") + everythingIn(source)) != 0) {

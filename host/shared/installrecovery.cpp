@@ -83,13 +83,17 @@ bool goOn(InstallJournal *journal, PendingInstall *entry, const SavedSteps &step
         entry->phase = Phase::Engine;
         entry->files.clear();
     } else {
-        // The scratch folder is whole as long as the move is queued.
+        // As long as the move is queued, the scratch folder has all that is not in place.
         const QString scratch = QDir::homePath() + TMP_DIR_PATH_UNZIPPED_ARCHIVE;
-        if (!filesKnown)
+        if (!filesKnown) {
+            if (SavedQueue::begunMove() == steps.destination)
+                return false; // It was whole, but what it held nobody knows.
             entry->files = TileList::filesBelow(scratch);
+        }
         entry->phase = Phase::Moving;
         const QStringList tiles = TileList::tiles(entry->files);
-        if (tiles.isEmpty() || !TileList::missing(tiles, scratch).isEmpty())
+        const QStringList gone = TileList::missing(tiles, scratch);
+        if (tiles.isEmpty() || !TileList::missing(gone, steps.destination).isEmpty())
             return false;
     }
     return journal->put(*entry);

@@ -12,7 +12,7 @@
  * known only until then.
  *
  *  - The queue has the region's steps up to the move: the engine will go on with them. If only the
- *    move is left and nobody noted what was unpacked, the scratch folder, still whole, tells.
+ *    move is left and nobody noted what was unpacked, the scratch folder tells, if it is whole.
  *  - The queue has only a part of them (the crash came while they were queued), or is empty and it
  *    is not known what was unpacked, or files are missing: the region is downloaded again.
  *  - The queue has none, and all the files that were noted are there: only recording is left.

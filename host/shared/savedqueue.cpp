@@ -127,6 +127,13 @@ void SavedQueue::removeBrokenLock()
         QFile::remove(path); // If it fails, Qt waits.
 }
 
+QString SavedQueue::begunMove()
+{
+    const VexaSettings::Locker settings;
+    settings->sync();
+    return settings->value(QStringLiteral("moving")).toString(); // the engine's key
+}
+
 qint64 SavedQueue::bytesReceived()
 {
     const VexaSettings::Locker settings;

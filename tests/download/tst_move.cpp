@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "download/stepengine.h"
+#include "plugin/vexasettings.h"
 #include "testutils/archivebuilder.h"
 #include "testutils/fakesystem.h"
 #include "testutils/logcatcher.h"
@@ -10,6 +11,7 @@
 #include <QFileInfo>
 #include <QtTest>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -69,6 +71,7 @@ private Q_SLOTS:
     void aFailedCopyAndRemovalAreTwoErrors();
     void leavesTheQueueBeforeTheSourceIsEmptied();
     void aFolderMoveCutShortIsDoneAgain();
+    void aFolderReplacesOlderFilesWhole();
 
     void aDamagedRequestEmptiesNothing_data();
     void aDamagedRequestEmptiesNothing();
@@ -356,6 +359,31 @@ void MoveTest::aFolderMoveCutShortIsDoneAgain()
     QCOMPARE(read("to/a/1.cdt"), QByteArray("whole"));
     QCOMPARE(read("to/b/2.cdt"), QByteArray("whole too"));
     QCOMPARE(Step::found(path("from")), QStringList());
+}
+
+// And never writes into them: cut short, that would leave half of a file that others use.
+void MoveTest::aFolderReplacesOlderFilesWhole()
+{
+    write("from/5/5/border.cdt", "new");
+    write("from/0/1/a.cdt", "a");
+    write("from/top.cdt", "top");
+    write("to/5/5/border.cdt", "old");
+    write("to/top.cdt", "old top");
+    QCOMPARE(::link(QFile::encodeName(path("to/5/5/border.cdt")).constData(),
+                    QFile::encodeName(path("other name")).constData()),
+             0);
+    StepEngine engine;
+
+    move(engine, path("from"), path("to"));
+
+    QCOMPARE(engine.events, QStringList({Started, Dequeued, Finished}));
+    QCOMPARE(read("other name"), QByteArray("old"));
+    QCOMPARE(read("to/5/5/border.cdt"), QByteArray("new"));
+    QCOMPARE(read("to/0/1/a.cdt"), QByteArray("a"));
+    QCOMPARE(read("to/top.cdt"), QByteArray("top"));
+    QCOMPARE(Step::found(path("from")), QStringList());
+    const VexaSettings::Locker settings;
+    QVERIFY(!settings->contains(QStringLiteral("moving")));
 }
 
 void MoveTest::aDamagedRequestEmptiesNothing_data()

@@ -5,6 +5,7 @@
 #include "host/shared/savedqueue.h"
 #include "plugin/dataroot.h"
 #include "plugin/vexaconstants.h"
+#include "plugin/vexasettings.h"
 #include "testutils/archivebuilder.h"
 #include "testutils/temporaryhome.h"
 #include <QDir>
@@ -26,6 +27,8 @@ private Q_SLOTS:
     void goesOnWithAMoveWhoseFilesAreNoted();
     void readsTheScratchFolderWhenOnlyTheMoveIsLeft();
     void beginsAgainWhenTheScratchFolderIsNotWhole();
+    void goesOnWithAMoveThatHasPutSomeFilesInPlace();
+    void beginsAgainWhenAMoveHadBegunAndItsFilesAreNotNoted();
     void beginsAgainWhenTheScratchFolderHasNoTiles();
     void beginsAgainWhenStepsAreMissing_data();
     void beginsAgainWhenStepsAreMissing();
@@ -166,6 +169,38 @@ void InstallRecoveryTest::beginsAgainWhenTheScratchFolderIsNotWhole()
     note({fi, url, 7, 0, Phase::Moving, files});
     queue({MoveRequest}, fi, url);
     addFile(scratch(), files.first());
+
+    QVERIFY(recover().isEmpty());
+
+    QVERIFY(entry().phase == Phase::Waiting);
+    QVERIFY(SavedQueue::read().isEmpty());
+}
+
+// Files that replace others leave the scratch folder one by one.
+void InstallRecoveryTest::goesOnWithAMoveThatHasPutSomeFilesInPlace()
+{
+    note({fi, url, 7, 0, Phase::Moving, files});
+    queue({MoveRequest}, fi, url);
+    addFile(tiles(), files.at(0));
+    addFile(scratch(), files.at(1));
+
+    const QList<PendingInstall> goingOn = recover();
+
+    QCOMPARE(goingOn.size(), 1);
+    QCOMPARE(goingOn.first().files, files);
+    QCOMPARE(SavedQueue::read().size(), 1);
+}
+
+void InstallRecoveryTest::beginsAgainWhenAMoveHadBegunAndItsFilesAreNotNoted()
+{
+    note({fi, url, 7, 0, Phase::Engine, {}});
+    queue({MoveRequest}, fi, url);
+    addFile(tiles(), files.at(0));
+    addFile(scratch(), files.at(1));
+    {
+        const VexaSettings::Locker settings;
+        settings->setValue(QStringLiteral("moving"), QString(tiles() + QLatin1Char('/')));
+    }
 
     QVERIFY(recover().isEmpty());
 
