@@ -17,9 +17,12 @@
  *   VEXA_KILL_NAME   the name of the point
  *   VEXA_KILL_AT     1 for the first point of that name, 0 for none
  *   VEXA_KILL_LOG    optional, gets a line with the name of each point
+ *   VEXA_KILL_SYNCS  if set, calls that wait for the disk are points too (fsync, fdatasync,
+ * syncfs), and a rename or link tells whether its thread waited behind its last write
  *   VEXA_KILL_MAIN   set in commands: the program to take along
  */
 #include <atomic>
+#include <cctype>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
@@ -29,6 +32,7 @@
 #include <fcntl.h>
 #include <string>
 #include <sys/mman.h>
+#include <sys/sendfile.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
@@ -43,6 +47,8 @@ long killAt = 0;
 long mainProgram = 0;
 const char *killName = "";
 int logFile = -1;
+bool withSyncs = false;
+thread_local bool isSynced = false; // nothing written by this thread is waiting
 
 // By system calls of its own, which are not counted.
 __attribute__((constructor)) void takeOrders()
@@ -58,6 +64,7 @@ __attribute__((constructor)) void takeOrders()
         killAt = atol(point);
     if (const char *name = getenv("VEXA_KILL_NAME"))
         killName = strdup(name);
+    withSyncs = getenv("VEXA_KILL_SYNCS") != nullptr;
     if (const char *program = getenv("VEXA_KILL_MAIN"))
         mainProgram = atol(program);
     if (const char *log = getenv("VEXA_KILL_LOG"))
@@ -66,16 +73,29 @@ __attribute__((constructor)) void takeOrders()
     count = static_cast<std::atomic<long> *>(memory);
 }
 
+// What is written beside a file, to replace it in one step, is named by chance: "vexa.conf.hTgsrE".
+bool isTemporary(const std::string &file, size_t dot)
+{
+    if (dot == 0 || file[dot] != '.')
+        return false;
+    for (size_t i = dot + 1; i < file.size(); ++i) {
+        if (!isalpha(static_cast<unsigned char>(file[i])))
+            return false;
+    }
+    const std::string target = file.substr(0, dot);
+    const size_t ending = target.rfind('.');
+    return target == "vexa-maps" || (ending != std::string::npos && ending > 0);
+}
+
 std::string nameOf(const char *function, const char *what)
 {
     std::string file(what ? what : "");
     file.erase(0, file.rfind('/') + 1);
     if (file.rfind('#', 0) == 0)
         file = "(nameless)";
-    for (const char *temporary : {"vexa-maps.", "vexa.conf."}) {
-        if (file.rfind(temporary, 0) == 0 && file.size() == strlen(temporary) + 6)
-            file = std::string(temporary) + "XXXXXX";
-    }
+    const size_t dot = file.size() < 7 ? 0 : file.size() - 7;
+    if (isTemporary(file, dot))
+        file.replace(dot, std::string::npos, ".XXXXXX");
     return std::string(mainProgram ? "command-" : "") + function + ' ' + file;
 }
 
@@ -108,15 +128,40 @@ bool isFile(int file)
     return fstat(file, &about) == 0 && S_ISREG(about.st_mode);
 }
 
-void filePoint(const char *function, int file)
+void pointAt(const char *function, int file)
 {
-    if (!count || !isFile(file))
-        return;
     char link[40];
     char name[4096] = {};
     snprintf(link, sizeof link, "/proc/self/fd/%d", file);
     const ssize_t length = readlink(link, name, sizeof name - 1);
     point(function, length > 0 ? name : "");
+}
+
+void filePoint(const char *function, int file)
+{
+    if (!count || !isFile(file))
+        return;
+    isSynced = false;
+    pointAt(function, file);
+}
+
+void namePoint(const char *function, const char *to)
+{
+    if (!count)
+        return;
+    std::string name = nameOf(function, to);
+    if (withSyncs)
+        name += isSynced ? " synced" : " unsynced";
+    if (isPoint(name))
+        die();
+}
+
+void syncPoint(const char *function, int file)
+{
+    if (!count || !withSyncs)
+        return;
+    isSynced = true;
+    pointAt(function, file);
 }
 
 bool changes(int flags)
@@ -180,36 +225,60 @@ EXPORTED ssize_t copy_file_range(int from, off64_t *fromAt, int to, off64_t *toA
     return NEXT(copy_file_range)(from, fromAt, to, toAt, size, flags);
 }
 
+EXPORTED ssize_t pwrite(int file, const void *bytes, size_t size, off_t at)
+{
+    filePoint("write", file);
+    return NEXT(pwrite)(file, bytes, size, at);
+}
+
+EXPORTED ssize_t pwrite64(int file, const void *bytes, size_t size, off64_t at)
+{
+    filePoint("write", file);
+    return NEXT(pwrite64)(file, bytes, size, at);
+}
+
+EXPORTED ssize_t sendfile(int to, int from, off_t *at, size_t size) noexcept
+{
+    filePoint("write", to);
+    return NEXT(sendfile)(to, from, at, size);
+}
+
 EXPORTED int rename(const char *from, const char *to) noexcept
 {
-    point("rename", to);
+    namePoint("rename", to);
     return NEXT(rename)(from, to);
 }
 
 EXPORTED int renameat(int fromFolder, const char *from, int toFolder, const char *to) noexcept
 {
-    point("rename", to);
+    namePoint("rename", to);
     return NEXT(renameat)(fromFolder, from, toFolder, to);
 }
 
 EXPORTED int renameat2(int fromFolder, const char *from, int toFolder, const char *to,
                        unsigned flags) noexcept
 {
-    point("rename", to);
+    namePoint("rename", to);
     return NEXT(renameat2)(fromFolder, from, toFolder, to, flags);
 }
 
 EXPORTED int link(const char *from, const char *to) noexcept
 {
-    point("link", to);
+    namePoint("link", to);
     return NEXT(link)(from, to);
 }
 
 EXPORTED int linkat(int fromFolder, const char *from, int toFolder, const char *to,
                     int flags) noexcept
 {
-    point("link", to);
+    namePoint("link", to);
     return NEXT(linkat)(fromFolder, from, toFolder, to, flags);
+}
+
+EXPORTED int symlink(const char *target, const char *path) noexcept
+{
+    point("link", path);
+    return NEXT(symlink)(target, path);
 }
 
 EXPORTED int unlink(const char *path) noexcept
@@ -258,6 +327,36 @@ EXPORTED int ftruncate64(int file, off64_t size) noexcept
 {
     filePoint("truncate", file);
     return NEXT(ftruncate64)(file, size);
+}
+
+EXPORTED int truncate(const char *path, off_t size) noexcept
+{
+    point("truncate", path);
+    return NEXT(truncate)(path, size);
+}
+
+EXPORTED int truncate64(const char *path, off64_t size) noexcept
+{
+    point("truncate", path);
+    return NEXT(truncate64)(path, size);
+}
+
+EXPORTED int fsync(int file)
+{
+    syncPoint("sync", file);
+    return NEXT(fsync)(file);
+}
+
+EXPORTED int fdatasync(int file)
+{
+    syncPoint("sync", file);
+    return NEXT(fdatasync)(file);
+}
+
+EXPORTED int syncfs(int file) noexcept
+{
+    syncPoint("syncfs", file);
+    return NEXT(syncfs)(file);
 }
 
 namespace {

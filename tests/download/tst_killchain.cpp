@@ -7,16 +7,17 @@
  * them. By default about forty rows are made: one of every kind of call, the others spread evenly.
  * The long form takes every one (some minutes):
  *
- *     VEXA_KILL_POINTS=all build/dev/tests/tst_killchain
+ *     VEXA_LONG=1 build/dev/tests/tst_killchain
  *
- * and a number in place of "all" makes that many rows. A single row runs by its name:
+ * and VEXA_KILL_POINTS=100 makes that many rows. A single row runs by its name:
  *
- *     VEXA_KILL_POINTS=all build/dev/tests/tst_killchain 'survivesAKillAheadOf:alone cp, 2'
+ *     VEXA_LONG=1 build/dev/tests/tst_killchain 'survivesAKillAheadOf:alone cp, 2'
  */
 #include "download/stepengine.h"
 #include "testutils/archivebuilder.h"
 #include "testutils/childprogram.h"
 #include "testutils/httptestserver.h"
+#include "testutils/reporttable.h"
 
 #include <algorithm>
 #include <map>
@@ -262,10 +263,8 @@ void KillChainTest::survivesAKillAheadOf_data()
     everythingIsThere(place);
     const QList<Point> points = pointsIn(place.file("log"));
     QVERIFY(points.size() > 100);
-    const QByteArray wish = qgetenv("VEXA_KILL_POINTS");
-    const int rows = wish == "all" ? int(points.size())
-        : wish.toInt() > 0         ? wish.toInt()
-                                   : DefaultRows;
+    const int wish = qgetenv("VEXA_KILL_POINTS").toInt();
+    const int rows = ReportTable::longForm() ? int(points.size()) : wish > 0 ? wish : DefaultRows;
     int row = 0;
     for (const Point &point : chosen(points, rows)) {
         Point second; // some other one, in no order

@@ -13,3 +13,11 @@ target_sources(tst_hostilearchives PRIVATE
 
 vexa_add_test(reliability/soak TIMEOUT 300)
 target_sources(tst_soak PRIVATE reliability/processmeter.cpp reliability/processmeter.h)
+
+add_library(vexa_killworld STATIC reliability/killworld.cpp reliability/killworld.h)
+vexa_build_settings(vexa_killworld)
+target_link_libraries(vexa_killworld PUBLIC vexa_hosttest)
+target_compile_definitions(vexa_killworld PRIVATE VEXA_KILLPOINTS="$<TARGET_FILE:vexa_killpoints>")
+add_dependencies(vexa_killworld vexa_killpoints)
+vexa_add_test(reliability/killmatrix LIBRARIES vexa_killworld TIMEOUT 600 LABELS sweep)
+vexa_add_test(reliability/killsweep LIBRARIES vexa_killworld TIMEOUT 600 LABELS sweep)
