@@ -235,6 +235,13 @@
     </message>
 </context>
 <context>
+    <name>DiskProbe</name>
+    <message>
+        <source>The disk takes no more data. Is it full?</source>
+        <translation>لم يعد القرص يقبل بيانات. هل هو ممتلئ؟</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>

@@ -231,6 +231,13 @@
     </message>
 </context>
 <context>
+    <name>DiskProbe</name>
+    <message>
+        <source>The disk takes no more data. Is it full?</source>
+        <translation>El disco no admite más datos. ¿Está lleno?</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>

@@ -231,6 +231,13 @@
     </message>
 </context>
 <context>
+    <name>DiskProbe</name>
+    <message>
+        <source>The disk takes no more data. Is it full?</source>
+        <translation>Levylle ei voi enää kirjoittaa. Onko se täynnä?</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>

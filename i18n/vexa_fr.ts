@@ -231,6 +231,13 @@
     </message>
 </context>
 <context>
+    <name>DiskProbe</name>
+    <message>
+        <source>The disk takes no more data. Is it full?</source>
+        <translation>Le disque n’accepte plus de données. Est-il plein&#x202f;?</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>

@@ -230,6 +230,13 @@
     </message>
 </context>
 <context>
+    <name>DiskProbe</name>
+    <message>
+        <source>The disk takes no more data. Is it full?</source>
+        <translation>ディスクにこれ以上書き込めません。空き容量がないのではありませんか？</translation>
+    </message>
+</context>
+<context>
     <name>FolderExchange</name>
     <message>
         <source>%1 is missing.</source>

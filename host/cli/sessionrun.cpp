@@ -5,6 +5,7 @@
 #include "download/downloadmanageriface.h"
 #include "host/cli/regionlookup.h"
 #include "host/cli/signalwatcher.h"
+#include "host/shared/diskprobe.h"
 
 SessionRun::SessionRun(EngineSession *session, CommandContext *context, bool resumable)
     : m_session(session)
@@ -71,6 +72,12 @@ void SessionRun::onSilence()
 {
     if (!waitsForServer()) {
         m_silence.start();
+        return;
+    }
+    const QString trouble = DiskProbe::trouble();
+    if (!trouble.isEmpty()) {
+        m_context->console.error(trouble + hint());
+        endRun(ExitFailure);
         return;
     }
     m_context->console.error(

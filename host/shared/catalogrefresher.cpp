@@ -62,9 +62,11 @@ CatalogRefresher::CatalogRefresher(MapCatalog *catalog, DownloadManagerIface *do
     connect(downloads, &DownloadManagerIface::finished, this, &CatalogRefresher::onFinished);
     connect(downloads, &DownloadManagerIface::error, this, &CatalogRefresher::onError);
     connect(downloads, &DownloadManagerIface::progress, this,
-            [this](int, const QString &url, const QString &id) {
-                if (id == m_id && AttemptTag::of(url) == AttemptTag::of(m_url))
-                    Q_EMIT progress();
+            [this](int, const QString &url, const QString &id, qint64 bytes) {
+                if (id != m_id || AttemptTag::of(url) != AttemptTag::of(m_url) || bytes <= m_bytes)
+                    return;
+                m_bytes = bytes;
+                Q_EMIT progress();
             });
 }
 
@@ -123,6 +125,7 @@ void CatalogRefresher::fetch(const QString &fileName, const std::function<void(b
     static int attempts = 0; // GUI thread only
     m_then = then;
     m_failed = false;
+    m_bytes = -1;
     m_id = QLatin1String(IdPrefix) + fileName;
     m_url = AttemptTag::tagged(
         QUrl(m_baseUri).resolved(QUrl(fileName)).toString(QUrl::FullyEncoded), ++attempts);

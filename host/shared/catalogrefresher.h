@@ -63,7 +63,10 @@ public:
 Q_SIGNALS:
     /** The next file is asked for. */
     void fetching(const QString &fileName);
-    /** Bytes of it have come. */
+    /**
+     * More of it has come than before. An engine that begins it again and again, as on a full disk,
+     * makes no progress.
+     */
     void progress();
     void finished();
 
@@ -87,6 +90,7 @@ private:
     QString m_id; // of the current file
     QString m_url;
     bool m_failed = false; // the current file
+    qint64 m_bytes = -1; // of it, the most so far
     QString m_serverVersion;
     QString m_targetVersion; // as the content file gives it back
     QString m_namesCode;

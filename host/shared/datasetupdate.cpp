@@ -3,6 +3,7 @@
 #include "host/shared/datasetupdate.h"
 
 #include "download/downloadmanageriface.h"
+#include "host/shared/diskprobe.h"
 #include "host/shared/preparedset.h"
 #include "host/shared/savedqueue.h"
 #include <algorithm>
@@ -353,6 +354,11 @@ void DataSetUpdate::onSilence()
 {
     if (!waitsForServer()) {
         noteNews();
+        return;
+    }
+    const QString trouble = DiskProbe::trouble();
+    if (!trouble.isEmpty()) {
+        fail(FailureKind::Disk, trouble);
         return;
     }
     fail(FailureKind::Network,
