@@ -48,8 +48,9 @@ void SmallDisk::allow()
         qFatal("no mounts of our own: %s", std::strerror(errno));
 }
 
-SmallDisk::SmallDisk(qint64 bytes)
-    : m_bytes(bytes)
+SmallDisk::SmallDisk(qint64 bytes, const QString &folder)
+    : m_path(folder.isEmpty() ? m_dir.path() : folder)
+    , m_bytes(bytes)
 {
     const QByteArray place = QFile::encodeName(path());
     if (mount("vexa-test", place.constData(), "tmpfs", MS_NOSUID | MS_NODEV,
@@ -79,6 +80,12 @@ bool SmallDisk::resize(qint64 bytes)
 {
     m_bytes = bytes;
     return remount();
+}
+
+bool SmallDisk::setFree(qint64 bytes)
+{
+    // To the kernel no size at all means no limit, and that it never takes back.
+    return resize(qMax(usedBytes() + bytes, qint64(sysconf(_SC_PAGESIZE))));
 }
 
 bool SmallDisk::setReadOnly(bool readOnly)

@@ -20,19 +20,21 @@ public:
      */
     static void allow();
 
-    /** All space in bytes; the kernel rounds it up to whole pages, and so it does each file. */
-    explicit SmallDisk(qint64 bytes);
+    /**
+     * All space in bytes; the kernel rounds it up to whole pages, and so it does each file. At the
+     * folder, which must be there, or at one of its own.
+     */
+    explicit SmallDisk(qint64 bytes, const QString &folder = QString());
     ~SmallDisk();
     Q_DISABLE_COPY(SmallDisk)
 
-    QString path() const { return m_dir.path(); }
-    QString filePath(const QString &name) const { return m_dir.filePath(name); }
+    QString path() const { return m_path; }
     qint64 freeBytes() const;
     qint64 usedBytes() const;
     /** False if more than that is in use. */
     bool resize(qint64 bytes);
-    /** Leaves just so much free. */
-    bool setFree(qint64 bytes) { return resize(usedBytes() + bytes); }
+    /** Leaves just so much free; at least a page if the disk is empty. */
+    bool setFree(qint64 bytes);
     /** False if a file is open for writing and the disk is to become read-only. */
     bool setReadOnly(bool readOnly);
 
@@ -40,6 +42,7 @@ private:
     bool remount();
 
     QTemporaryDir m_dir;
+    QString m_path;
     qint64 m_bytes;
     bool m_readOnly = false;
 };
