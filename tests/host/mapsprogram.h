@@ -91,6 +91,8 @@ public:
         result.insert(QStringLiteral("XDG_CONFIG_HOME"),
                       m_dir.filePath(QStringLiteral("home/.config")));
         result.remove(QStringLiteral("VEXA_MYDOCS"));
+        // What a killed run leaves there goes with the test.
+        result.insert(QStringLiteral("TMPDIR"), m_dir.path());
         result.insert(QStringLiteral("PATH"),
                       scratchPath(QStringLiteral("bin")) + QLatin1Char(':')
                           + result.value(QStringLiteral("PATH")));
