@@ -385,10 +385,12 @@ void DownloadManager::doDownloadProgress(qint64 bytesReceived, qint64 bytesTotal
     }
 
     qint64 estimatedTime = 0;
-    if (download.bytesReceived >= 1 && download.bytesTotal >= 0)
-        estimatedTime =
-            qint64(double(download.bytesTotal - download.bytesReceived)
-                   / double(download.bytesReceived) * double(d->elapsed(d->transferClock)));
+    if (download.bytesReceived >= 1 && download.bytesTotal >= 0) {
+        const double ms = double(download.bytesTotal - download.bytesReceived)
+            / double(download.bytesReceived) * double(d->elapsed(d->transferClock));
+        // A server may claim any size; a time that no qint64 holds would be undefined.
+        estimatedTime = qint64(qMin(ms, 1e18));
+    }
     if (d->elapsed(d->loopClock) > d->ProgressInterval) {
         Q_EMIT progress(d->current.type, d->urlText, d->current.id, download.bytesReceived,
                         download.bytesTotal, estimatedTime);

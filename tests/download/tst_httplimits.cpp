@@ -6,6 +6,7 @@
 #include "testutils/httptestserver.h"
 #include "testutils/logcatcher.h"
 #include "testutils/temporaryhome.h"
+#include <limits>
 #include <memory>
 #include <QElapsedTimer>
 #include <QTest>
@@ -53,6 +54,7 @@ private Q_SLOTS:
     void countsNothingThatCouldNotBeWritten();
     void stopsAtOnceWhileItWaitsForSpace();
     void keepsItsMemorySmallWhenTheServerIsFast();
+    void estimatesATimeForAnySizeThatAServerClaims();
 
 private:
     std::unique_ptr<TemporaryHome> m_home;
@@ -111,6 +113,28 @@ void HttpLimitsTest::stopsAtOnceWhileItWaitsForSpace()
     QCOMPARE(SettingsFile(*m_home).value(line("download/bytesReceived")).toLongLong(),
              QFileInfo(file).size());
     QCOMPARE(server.requestCount(), 1);
+}
+
+void HttpLimitsTest::estimatesATimeForAnySizeThatAServerClaims()
+{
+    Server server;
+    const qint64 claim = std::numeric_limits<qint64>::max();
+    server.add("/a", bytes(1000),
+               {Server::WrongRangeTotal(claim) | Server::Drip(1, 50) | Server::StallAfter(20)});
+    TestEngine engine;
+    engine.start();
+
+    engine.download(server.url("/a"));
+
+    const auto times = [&engine] {
+        QList<qint64> all;
+        for (const QList<QVariant> &signal : std::as_const(engine.progress))
+            all.append(signal.at(5).toLongLong());
+        return all;
+    };
+    EVENTUALLY(times().contains(qint64(1e18)));
+    for (const qint64 time : times())
+        QVERIFY(time >= 0);
 }
 
 void HttpLimitsTest::keepsItsMemorySmallWhenTheServerIsFast()
