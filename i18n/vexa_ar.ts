@@ -643,6 +643,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation>تعذّر تنزيل أرشيف «%1»: لا يمكن الوصول إلى الخادم أو أنه لا يملك الأرشيف.</translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation>لم يفشل التثبيت الأخير لـ %1.</translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -686,10 +690,6 @@
     <message>
         <source>Paused by you</source>
         <translation>أوقفتها مؤقتًا</translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
-        <translation>في انتظار السماح باستخدام الشبكة</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
@@ -754,6 +754,10 @@
     <message>
         <source>%1 h %2 min</source>
         <translation>%L1 س %L2 د</translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
+        <translation>في انتظار شبكة</translation>
     </message>
 </context>
 <context>
@@ -1263,6 +1267,14 @@
     <message>
         <source>Choose maps</source>
         <translation>اختيار الخرائط</translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation>إزالة %1 من القائمة</translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
+        <translation>مسح عمليات النقل المنتهية</translation>
     </message>
 </context>
 <context>

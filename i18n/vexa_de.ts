@@ -639,6 +639,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation>Das Archiv von %1 konnte nicht heruntergeladen werden: Der Server ist nicht erreichbar oder hat es nicht.</translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation>Die letzte Installation von %1 ist nicht fehlgeschlagen.</translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -678,10 +682,6 @@
     <message>
         <source>Paused by you</source>
         <translation>Manuell pausiert</translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
-        <translation>Wartet auf ein erlaubtes Netzwerk</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
@@ -746,6 +746,10 @@
     <message>
         <source>%1 h %2 min</source>
         <translation>%1&#xa0;h %2&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
+        <translation>Wartet auf ein Netzwerk</translation>
     </message>
 </context>
 <context>
@@ -1239,6 +1243,14 @@
     <message>
         <source>Choose maps</source>
         <translation>Karten auswählen</translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation>%1 aus der Liste entfernen</translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
+        <translation>Beendete Transfers entfernen</translation>
     </message>
 </context>
 <context>

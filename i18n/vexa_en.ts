@@ -639,6 +639,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -677,10 +681,6 @@
     <name>RegionWords</name>
     <message>
         <source>Paused by you</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -745,6 +745,10 @@
     </message>
     <message>
         <source>%1 h %2 min</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -1238,6 +1242,14 @@
     </message>
     <message>
         <source>Choose maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -639,6 +639,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation>No se ha podido descargar el archivo comprimido de %1: no se puede acceder al servidor o este no lo tiene.</translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation>La última instalación de %1 no falló.</translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -678,10 +682,6 @@
     <message>
         <source>Paused by you</source>
         <translation>En pausa a petición del usuario</translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
-        <translation>En espera de una red permitida</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
@@ -746,6 +746,10 @@
     <message>
         <source>%1 h %2 min</source>
         <translation>%1&#xa0;h %2&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
+        <translation>En espera de red</translation>
     </message>
 </context>
 <context>
@@ -1239,6 +1243,14 @@
     <message>
         <source>Choose maps</source>
         <translation>Elegir mapas</translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation>Quitar %1 de la lista</translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
+        <translation>Borrar las descargas terminadas</translation>
     </message>
 </context>
 <context>

@@ -639,6 +639,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation>Alueen %1 arkistoa ei voitu ladata: palvelimeen ei saada yhteyttä tai sillä ei ole arkistoa.</translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation>Kohteen %1 viimeisin asennus ei epäonnistunut.</translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -678,10 +682,6 @@
     <message>
         <source>Paused by you</source>
         <translation>Keskeytetty pyynnöstä</translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
-        <translation>Odottaa sallittua verkkoyhteyttä</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
@@ -746,6 +746,10 @@
     <message>
         <source>%1 h %2 min</source>
         <translation>%1&#xa0;h %2&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
+        <translation>Odottaa verkkoyhteyttä</translation>
     </message>
 </context>
 <context>
@@ -1239,6 +1243,14 @@
     <message>
         <source>Choose maps</source>
         <translation>Valitse karttoja</translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation>Poista %1 luettelosta</translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
+        <translation>Poista päättyneet siirrot</translation>
     </message>
 </context>
 <context>

@@ -639,6 +639,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation>L’archive de la région %1 n’a pas pu être téléchargée&#x202f;: le serveur est injoignable ou ne l’a pas.</translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation>La dernière installation de %1 n’a pas échoué.</translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -678,10 +682,6 @@
     <message>
         <source>Paused by you</source>
         <translation>Mise en pause par vos soins</translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
-        <translation>En attente d’un réseau autorisé</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
@@ -746,6 +746,10 @@
     <message>
         <source>%1 h %2 min</source>
         <translation>%1&#xa0;h %2&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
+        <translation>En attente d’un réseau</translation>
     </message>
 </context>
 <context>
@@ -1239,6 +1243,14 @@
     <message>
         <source>Choose maps</source>
         <translation>Choisir des cartes</translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation>Retirer %1 de la liste</translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
+        <translation>Effacer les transferts terminés</translation>
     </message>
 </context>
 <context>

@@ -638,6 +638,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation>「%1」のアーカイブをダウンロードできませんでした。サーバーに接続できないか、サーバーにアーカイブがありません。</translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation>%1の前回のインストールは失敗していません。</translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -676,10 +680,6 @@
     <message>
         <source>Paused by you</source>
         <translation>一時停止中</translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
-        <translation>ネットワークの使用許可を待っています</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
@@ -744,6 +744,10 @@
     <message>
         <source>%1 h %2 min</source>
         <translation>%1時間%2分</translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
+        <translation>ネットワークを待っています</translation>
     </message>
 </context>
 <context>
@@ -1233,6 +1237,14 @@
     <message>
         <source>Choose maps</source>
         <translation>地図を選択</translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation>%1をリストから削除</translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
+        <translation>終了した転送を消去</translation>
     </message>
 </context>
 <context>

@@ -640,6 +640,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation>Не удалось загрузить архив региона «%1»: сервер недоступен или архива на нём нет.</translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation>Последняя установка %1 не завершилась ошибкой.</translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -680,10 +684,6 @@
     <message>
         <source>Paused by you</source>
         <translation>Приостановлено вами</translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
-        <translation>Ожидание разрешения на использование сети</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
@@ -748,6 +748,10 @@
     <message>
         <source>%1 h %2 min</source>
         <translation>%1 ч %2 мин</translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
+        <translation>Ожидание сети</translation>
     </message>
 </context>
 <context>
@@ -1245,6 +1249,14 @@
     <message>
         <source>Choose maps</source>
         <translation>Выбрать карты</translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation>Убрать из списка: %1</translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
+        <translation>Убрать завершённые загрузки</translation>
     </message>
 </context>
 <context>

@@ -638,6 +638,10 @@
         <source>The archive of %1 could not be downloaded: the server cannot be reached or does not have it.</source>
         <translation>无法下载“%1”的压缩包：无法连接服务器，或服务器上没有该文件。</translation>
     </message>
+    <message>
+        <source>The last install of %1 did not fail.</source>
+        <translation>%1的上次安装并未失败。</translation>
+    </message>
 </context>
 <context>
     <name>RegionRow</name>
@@ -676,10 +680,6 @@
     <message>
         <source>Paused by you</source>
         <translation>已由您暂停</translation>
-    </message>
-    <message>
-        <source>Waiting until the network may be used</source>
-        <translation>等待允许使用网络</translation>
     </message>
     <message>
         <source>Waiting for Wi-Fi</source>
@@ -744,6 +744,10 @@
     <message>
         <source>%1 h %2 min</source>
         <translation>%1 小时 %2 分钟</translation>
+    </message>
+    <message>
+        <source>Waiting for a network</source>
+        <translation>等待网络</translation>
     </message>
 </context>
 <context>
@@ -1233,6 +1237,14 @@
     <message>
         <source>Choose maps</source>
         <translation>选择地图</translation>
+    </message>
+    <message>
+        <source>Remove %1 from the list</source>
+        <translation>从列表中移除%1</translation>
+    </message>
+    <message>
+        <source>Clear ended transfers</source>
+        <translation>清除已结束的传输</translation>
     </message>
 </context>
 <context>

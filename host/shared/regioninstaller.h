@@ -46,11 +46,16 @@ class RegionInstaller : public QObject
     Q_OBJECT
     /** Ids of the regions whose install is not over, in order. */
     Q_PROPERTY(QStringList pending READ pending NOTIFY pendingChanged)
+    /**
+     * Ids of the regions whose last request failed or was cancelled, in alphabetical order. One
+     * leaves when it is asked for again, removed or dismissed; the process's end dismisses all.
+     */
+    Q_PROPERTY(QStringList failed READ failed NOTIFY failedChanged)
     /** Whether anything is under way or queued, removals included. */
     Q_PROPERTY(bool busy READ busy NOTIFY busyChanged)
     /** Whether the user has paused the downloads; survives a restart. */
     Q_PROPERTY(bool paused READ paused NOTIFY pausedChanged)
-    /** Whether any network may be used; false at first. */
+    /** Whether there is a network; false at first. */
     Q_PROPERTY(bool online READ online WRITE setOnline NOTIFY networkChanged)
     /** Whether there is Wi-Fi (or a cable); false at first. */
     Q_PROPERTY(bool wifi READ wifi WRITE setWifi NOTIFY networkChanged)
@@ -68,6 +73,7 @@ public:
     void restore();
 
     QStringList pending() const;
+    QStringList failed() const;
     bool busy() const;
     bool paused() const;
     bool online() const;
@@ -97,11 +103,18 @@ public:
     /** Gives all up that can be. */
     Q_INVOKABLE void cancelAll();
     /**
+     * Forgets that the last request failed or was cancelled: the region is installed or not, as
+     * before that request. Returns false, and refusal() says why, if there is nothing to forget.
+     */
+    Q_INVOKABLE bool dismiss(const QString &id);
+    /** Forgets it of all of failed(). */
+    Q_INVOKABLE void dismissAll();
+    /**
      * Queues the removal of an installed region; removed() follows. Returns false, and refusal()
      * says why, if it is not installed or an update of it is under way.
      */
     Q_INVOKABLE bool remove(const QString &id);
-    /** Why the last install(), cancel() or remove() returned false, in words. */
+    /** Why the last install(), cancel(), dismiss() or remove() returned false, in words. */
     Q_INVOKABLE QString refusal() const;
 
     Q_INVOKABLE void pause();
@@ -142,6 +155,7 @@ Q_SIGNALS:
     /** A removal is over: what the disk got back, and what stays because other regions need it. */
     void removed(const QString &id, qlonglong freedBytes, int freedFiles, int keptFiles);
     void pendingChanged();
+    void failedChanged();
     void busyChanged();
     void pausedChanged();
     void networkChanged();

@@ -4,6 +4,15 @@
 #include "catalog/mapregion.h"
 #include "host/shared/regioninstaller.h"
 
+namespace {
+
+bool isFailed(const RegionStatus &status)
+{
+    return status.state == RegionState::Failed || status.state == RegionState::Cancelled;
+}
+
+} // namespace
+
 RegionStatus RegionInstaller::status(const QString &id) const
 {
     const auto found = m_status.constFind(id);
@@ -14,6 +23,37 @@ RegionStatus RegionInstaller::status(const QString &id) const
     if (region && region->installed())
         status.state = RegionState::Installed;
     return status;
+}
+
+QStringList RegionInstaller::failed() const
+{
+    QStringList ids;
+    for (auto status = m_status.cbegin(); status != m_status.cend(); ++status) {
+        if (isFailed(*status))
+            ids.append(status.key());
+    }
+    ids.sort();
+    return ids;
+}
+
+bool RegionInstaller::dismiss(const QString &id)
+{
+    if (!isFailed(status(id)))
+        return refuse(tr("The last install of %1 did not fail.").arg(id));
+    // A move that fails is not over before its files are cleared away.
+    if (m_journal.find(id))
+        return refuse(tr("The files of %1 are being put into place already.").arg(id));
+    m_refusal.clear();
+    m_broken.remove(id);
+    clearStatus(id);
+    return true;
+}
+
+void RegionInstaller::dismissAll()
+{
+    const QStringList ids = failed();
+    for (const QString &id : ids)
+        dismiss(id);
 }
 
 QString RegionInstaller::state(const QString &id) const
@@ -77,11 +117,15 @@ void RegionInstaller::setStatus(const QString &id, const RegionStatus &status)
         Q_EMIT progressChanged(id);
     else
         Q_EMIT stateChanged(id);
+    if (isFailed(status) != isFailed(before))
+        Q_EMIT failedChanged();
 }
 
 // From now on the catalogue tells.
 void RegionInstaller::clearStatus(const QString &id)
 {
-    m_status.remove(id);
+    const RegionStatus before = m_status.take(id);
     Q_EMIT stateChanged(id);
+    if (isFailed(before))
+        Q_EMIT failedChanged();
 }

@@ -77,7 +77,7 @@ QString RegionWords::reason(WaitReason reason)
     case WaitReason::PausedByUser:
         return tr("Paused by you");
     case WaitReason::NetworkNotPermitted:
-        return tr("Waiting until the network may be used");
+        return tr("Waiting for a network");
     case WaitReason::NoWifi:
         return tr("Waiting for Wi-Fi");
     case WaitReason::None:

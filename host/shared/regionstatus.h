@@ -20,7 +20,12 @@ enum class RegionState {
 };
 
 /** Why a region waits. */
-enum class WaitReason { None, PausedByUser, NetworkNotPermitted, NoWifi };
+enum class WaitReason {
+    None,
+    PausedByUser,
+    NetworkNotPermitted, ///< there is no network, or the program says that there is none
+    NoWifi, ///< there is one that costs money, and the user has not allowed that
+};
 
 /** What kind of failure it was: programs choose their exit code by it. */
 enum class FailureKind {

@@ -36,6 +36,10 @@ private Q_SLOTS:
     void tilesThatVanishTwiceAreAFailure();
     void afterAFailureTheNextRegionIsInstalled();
     void afterAFailureTheSameRegionCanBeInstalled();
+    void aFailureIsDismissed();
+    void allThatEndedBadlyIsDismissedAtOnce();
+    void onlyWhatHasFailedIsDismissed();
+    void whatWasDismissedDoesNotBeginAgainWhenTheNetworkGoes();
 
 private:
     bool installAndWait(const QString &id, const QString &state = QStringLiteral("installed"));
@@ -284,6 +288,76 @@ void InstallerFailuresTest::afterAFailureTheSameRegionCanBeInstalled()
     QVERIFY(installAndWait(Fi)); // at once, while the engine still ends the first attempt
 
     QCOMPARE(rig->tileDifference(rig->content.tiles(Fi)), QString());
+}
+
+void InstallerFailuresTest::aFailureIsDismissed()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt"}));
+    rig->openSession();
+    QVERIFY(installAndWait(Fi));
+    QFile::remove(rig->content.archivePath(Fi));
+    QSignalSpy changed(&rig->installer(), &RegionInstaller::failedChanged);
+    QVERIFY(installAndWait(Fi, QStringLiteral("failed"))); // an update
+    QCOMPARE(rig->installer().failed(), QStringList {Fi});
+    QCOMPARE(changed.count(), 1);
+
+    QVERIFY(rig->installer().dismiss(Fi));
+
+    QCOMPARE(rig->state(Fi), QStringLiteral("installed"));
+    QCOMPARE(rig->states.value(Fi).last(), QStringLiteral("installed"));
+    QCOMPARE(rig->installer().reason(Fi), QString());
+    QCOMPARE(rig->installer().failed(), QStringList());
+    QCOMPARE(changed.count(), 2);
+}
+
+void InstallerFailuresTest::allThatEndedBadlyIsDismissedAtOnce()
+{
+    rig->content.addLink(Fi, QStringLiteral("Finland"), QStringLiteral("archives/FI.zip"));
+    rig->content.addLink(Se, QStringLiteral("Sweden"), QStringLiteral("archives/SE.zip"));
+    rig->openSession();
+    QVERIFY(installAndWait(Se, QStringLiteral("failed")));
+    rig->installer().pause();
+    QVERIFY(rig->installer().install(Fi));
+    QVERIFY(rig->installer().cancel(Fi));
+    QTRY_COMPARE(rig->installer().failed(), QStringList({Fi, Se}));
+
+    rig->installer().dismissAll();
+
+    QCOMPARE(rig->installer().failed(), QStringList());
+    QCOMPARE(rig->state(Fi), QStringLiteral("notInstalled"));
+    QCOMPARE(rig->state(Se), QStringLiteral("notInstalled"));
+}
+
+void InstallerFailuresTest::onlyWhatHasFailedIsDismissed()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt"}));
+    rig->openSession();
+    rig->installer().setOnline(false);
+    QVERIFY(rig->installer().install(Fi));
+
+    QVERIFY(!rig->installer().dismiss(Fi));
+    QVERIFY(rig->installer().refusal().contains(QLatin1String("did not fail")));
+    QVERIFY(!rig->installer().dismiss(QStringLiteral("XX")));
+    rig->installer().dismissAll();
+
+    QCOMPARE(rig->installer().pending(), QStringList {Fi});
+    rig->installer().setOnline(true);
+    QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("installed"), 30000);
+}
+
+// A failure just before is taken for the network's, and would begin again.
+void InstallerFailuresTest::whatWasDismissedDoesNotBeginAgainWhenTheNetworkGoes()
+{
+    rig->content.addLink(Fi, QStringLiteral("Finland"), QStringLiteral("archives/FI.zip"));
+    rig->openSession();
+    rig->installer().setNetworkPatience(60000);
+    QVERIFY(installAndWait(Fi, QStringLiteral("failed")));
+
+    QVERIFY(rig->installer().dismiss(Fi));
+    rig->installer().setOnline(false);
+
+    QCOMPARE(rig->state(Fi), QStringLiteral("notInstalled"));
+    QCOMPARE(rig->installer().pending(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(InstallerFailuresTest)

@@ -56,7 +56,8 @@ void InstallerNetworkTest::waitsUntilTheNetworkMayBeUsed()
 
     QTRY_COMPARE(rig->installer().waitReason(Fi), QStringLiteral("networkNotPermitted"));
     QCOMPARE(rig->state(Fi), QStringLiteral("waiting"));
-    QVERIFY(!rig->installer().reason(Fi).isEmpty());
+    QCOMPARE(rig->installer().reason(Fi), QStringLiteral("Waiting for a network"));
+    QCOMPARE(rig->installer().sentence(Fi), QStringLiteral("Waiting for a network"));
 
     rig->installer().setOnline(true);
     QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("installed"), 30000);

@@ -16,6 +16,8 @@ private Q_SLOTS:
     void pauseHoldsATransferAndResumeLetsItGoOn();
     void aWaitingTransferIsCancelled();
     void aFailedInstallIsTriedAgain();
+    void endedTransfersAreTakenOffTheList();
+    void aTransferSaysWhatItWaitsFor();
     void theRemovalDialogTellsWhatStays();
     void aLockedDataSetIsExplainedAndTriedAgain();
     void aServerWithoutACatalogueIsExplained();
@@ -217,6 +219,48 @@ void UiPagesTest::aFailedInstallIsTriedAgain()
     QVERIFY(rig.waitFor("Nothing is being transferred"));
     QTRY_VERIFY_WITH_TIMEOUT(rig.session->catalog()->region(QStringLiteral("JP"))->installed(),
                              UiRig::Long);
+}
+
+void UiPagesTest::endedTransfersAreTakenOffTheList()
+{
+    FilledRig rig;
+    QVERIFY(rig.openWithCatalog());
+    rig.network->set(false, false);
+    for (const char *id : {"FI", "SE", "JP"})
+        QVERIFY(rig.installer().install(QLatin1String(id)));
+    rig.installer().cancelAll();
+    QVERIFY(rig.installer().install(QStringLiteral("EU")));
+    QVERIFY(rig.press("Transfers (1)"));
+    QVERIFY(rig.waitFor("Japan in 001"));
+
+    QVERIFY(rig.press("Remove Japan in 001 from the list"));
+    QTRY_VERIFY(!rig.shows(QStringLiteral("Japan in 001")));
+    QVERIFY(rig.shows(QStringLiteral("Finland in 001")));
+    QVERIFY(rig.press("Clear ended transfers"));
+
+    QTRY_VERIFY(!rig.shows(QStringLiteral("Finland in 001")));
+    QTRY_VERIFY(!rig.named(QStringLiteral("Clear ended transfers")));
+    QVERIFY(rig.shows(QStringLiteral("Europe in 001"))); // It is not over.
+    QVERIFY(rig.press("Cancel Europe in 001"));
+    QVERIFY(rig.press("Clear ended transfers"));
+    QVERIFY(rig.waitFor("Nothing is being transferred"));
+}
+
+void UiPagesTest::aTransferSaysWhatItWaitsFor()
+{
+    FilledRig rig;
+    QVERIFY(rig.openWithCatalog());
+    rig.network->set(false, false);
+    QVERIFY(rig.installer().install(QStringLiteral("JP")));
+    rig.window->setProperty("page", 2);
+
+    QVERIFY(rig.waitFor("Waiting for a network"));
+    rig.network->set(true, false);
+    QVERIFY(rig.waitFor("Waiting for Wi-Fi"));
+    QVERIFY(!rig.shows(QStringLiteral("Waiting for a network")));
+    QVERIFY(rig.press("Pause"));
+    QVERIFY(rig.waitFor("Paused by you"));
+    QVERIFY(!rig.shows(QStringLiteral("Waiting for Wi-Fi")));
 }
 
 void UiPagesTest::theRemovalDialogTellsWhatStays()

@@ -21,6 +21,12 @@ QtObject {
             session.noticed(session.installer.refusal(), true)
     }
 
+    // At any time: it changes nothing but the list.
+    function dismiss(id) {
+        if (!session.installer.dismiss(id))
+            session.noticed(session.installer.refusal(), true)
+    }
+
     function remove(id) {
         if (blockade !== "")
             session.noticed(blockade, true)

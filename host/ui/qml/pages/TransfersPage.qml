@@ -18,6 +18,8 @@ FocusScope {
         return ""
     }
 
+    readonly property bool anyEnded: session.installer.failed.length > 0
+
     /** Details are shown beside the list, as long as there are rows in it. */
     property bool detailsBeside: false
     readonly property bool hasDetails: list.shown > 0
@@ -82,6 +84,7 @@ FocusScope {
                 markedId: page.detailsBeside ? page.detailId : ""
                 filter: "transfers"
                 onPressed: region => page.sheetAsked(region.regionId)
+                footer: page.anyEnded ? clearing : null
                 delegate: RegionRow {
                     id: row
 
@@ -98,6 +101,14 @@ FocusScope {
                         iconName: "refresh"
                         color: Theme.accent
                         onClicked: Actions.install(row.region.regionId)
+                    }
+                    IconButton {
+                        visible: !row.region.pending
+                        focusPolicy: row.buttonFocus
+                        text: qsTr("Remove %1 from the list").arg(row.region.name)
+                        iconName: "close"
+                        color: Theme.secondaryText
+                        onClicked: Actions.dismiss(row.region.regionId)
                     }
                     IconButton {
                         visible: row.region.pending
@@ -120,6 +131,25 @@ FocusScope {
                 anchors.centerIn: parent
                 width: Math.min(parent.width - 48, 400)
                 onTriggered: page.browsingAsked()
+            }
+        }
+    }
+
+    Component {
+        id: clearing
+
+        Item {
+            width: list.width
+            implicitHeight: button.implicitHeight + 2 * Theme.gap
+
+            PushButton {
+                id: button
+
+                anchors.centerIn: parent
+                width: Math.min(implicitWidth, parent.width - 2 * Theme.gap)
+                text: qsTr("Clear ended transfers")
+                iconName: "close"
+                onClicked: session.installer.dismissAll()
             }
         }
     }
