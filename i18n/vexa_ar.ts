@@ -426,6 +426,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation>دع عمليات النقل تنتهي أو ألغها قبل تحديث كل الخرائط.</translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation>تجري إزالة الخرائط القديمة.</translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -499,6 +503,10 @@
     <message>
         <source>Remove</source>
         <translation>إزالة</translation>
+    </message>
+    <message>
+        <source>Being removed</source>
+        <translation>قيد الإزالة</translation>
     </message>
 </context>
 <context>
@@ -866,6 +874,10 @@
     <message>
         <source>Remove</source>
         <translation>إزالة</translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
+        <translation>جارٍ حساب المساحة التي ستتوفر</translation>
     </message>
 </context>
 <context>

@@ -422,6 +422,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation>Vor der Aktualisierung aller Karten müssen die Transfers beendet oder abgebrochen sein.</translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation>Die alten Karten werden gerade entfernt.</translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -495,6 +499,10 @@
     <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Being removed</source>
+        <translation>Wird entfernt</translation>
     </message>
 </context>
 <context>
@@ -854,6 +862,10 @@
     <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
+        <translation>Es wird ermittelt, was dadurch frei wird</translation>
     </message>
 </context>
 <context>

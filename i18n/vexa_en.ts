@@ -422,6 +422,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -494,6 +498,10 @@
     </message>
     <message>
         <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Being removed</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -853,6 +861,10 @@
     </message>
     <message>
         <source>Remove</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

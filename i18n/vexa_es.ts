@@ -422,6 +422,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation>Deje que terminen las transferencias, o cancélelas, antes de actualizar todos los mapas.</translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation>Se están eliminando los mapas antiguos.</translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -495,6 +499,10 @@
     <message>
         <source>Remove</source>
         <translation>Eliminar</translation>
+    </message>
+    <message>
+        <source>Being removed</source>
+        <translation>Eliminando</translation>
     </message>
 </context>
 <context>
@@ -854,6 +862,10 @@
     <message>
         <source>Remove</source>
         <translation>Eliminar</translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
+        <translation>Calculando el espacio que se libera</translation>
     </message>
 </context>
 <context>

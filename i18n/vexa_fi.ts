@@ -422,6 +422,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation>Anna siirtojen valmistua tai peru ne, ennen kuin päivität kaikki kartat.</translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation>Vanhoja karttoja poistetaan.</translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -495,6 +499,10 @@
     <message>
         <source>Remove</source>
         <translation>Poista</translation>
+    </message>
+    <message>
+        <source>Being removed</source>
+        <translation>Poistetaan</translation>
     </message>
 </context>
 <context>
@@ -854,6 +862,10 @@
     <message>
         <source>Remove</source>
         <translation>Poista</translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
+        <translation>Selvitetään, paljonko tilaa vapautuu</translation>
     </message>
 </context>
 <context>

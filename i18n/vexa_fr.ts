@@ -422,6 +422,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation>Laissez les transferts se terminer, ou annulez-les, avant de mettre à jour toutes les cartes.</translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation>Les anciennes cartes sont en cours de suppression.</translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -495,6 +499,10 @@
     <message>
         <source>Remove</source>
         <translation>Supprimer</translation>
+    </message>
+    <message>
+        <source>Being removed</source>
+        <translation>Suppression en cours</translation>
     </message>
 </context>
 <context>
@@ -854,6 +862,10 @@
     <message>
         <source>Remove</source>
         <translation>Supprimer</translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
+        <translation>Calcul de l’espace libéré</translation>
     </message>
 </context>
 <context>

@@ -421,6 +421,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation>すべての地図を更新する前に、転送が終わるのを待つか、キャンセルしてください。</translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation>以前の地図を削除しています。</translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -494,6 +498,10 @@
     <message>
         <source>Remove</source>
         <translation>削除</translation>
+    </message>
+    <message>
+        <source>Being removed</source>
+        <translation>削除中</translation>
     </message>
 </context>
 <context>
@@ -851,6 +859,10 @@
     <message>
         <source>Remove</source>
         <translation>削除</translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
+        <translation>空く容量を調べています</translation>
     </message>
 </context>
 <context>

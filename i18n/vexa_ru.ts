@@ -423,6 +423,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation>Дождитесь окончания загрузок или отмените их, прежде чем обновлять все карты.</translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation>Старые карты удаляются.</translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -496,6 +500,10 @@
     <message>
         <source>Remove</source>
         <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Being removed</source>
+        <translation>Удаляется</translation>
     </message>
 </context>
 <context>
@@ -857,6 +865,10 @@
     <message>
         <source>Remove</source>
         <translation>Удалить</translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
+        <translation>Подсчёт освобождаемого места</translation>
     </message>
 </context>
 <context>

@@ -421,6 +421,10 @@
         <source>Let the transfers end, or cancel them, before you update all maps.</source>
         <translation>更新所有地图之前，请等待传输完成或取消传输。</translation>
     </message>
+    <message>
+        <source>The old maps are being removed.</source>
+        <translation>正在移除旧地图。</translation>
+    </message>
 </context>
 <context>
     <name>NavButton</name>
@@ -494,6 +498,10 @@
     <message>
         <source>Remove</source>
         <translation>删除</translation>
+    </message>
+    <message>
+        <source>Being removed</source>
+        <translation>正在移除</translation>
     </message>
 </context>
 <context>
@@ -851,6 +859,10 @@
     <message>
         <source>Remove</source>
         <translation>删除</translation>
+    </message>
+    <message>
+        <source>Looking at what this frees</source>
+        <translation>正在计算可释放的空间</translation>
     </message>
 </context>
 <context>

@@ -3,9 +3,12 @@
 
 #include "catalog/mapcatalog.h"
 #include "download/downloadmanageriface.h"
+#include "host/shared/networkbinding.h"
+#include "host/shared/networkstate.h"
 #include "host/shared/regionfiltermodel.h"
 #include "host/shared/regioninstaller.h"
 #include "host/shared/regionmodel.h"
+#include "host/shared/removalpreview.h"
 #include "host/shared/words.h"
 #include <QQmlEngine>
 
@@ -33,6 +36,9 @@ void registerHostTypes(const char *uri)
     registerUncreatable<DownloadManagerIface>(uri, "DownloadManagerIface");
     registerUncreatable<RegionInstaller>(uri, "RegionInstaller");
     registerUncreatable<RegionModel>(uri, "RegionModel");
+    registerUncreatable<NetworkState>(uri, "NetworkState");
+    registerUncreatable<NetworkBinding>(uri, "NetworkBinding");
     qmlRegisterType<RegionFilterModel>(uri, Major, Minor, "RegionFilterModel");
+    qmlRegisterType<RemovalPreview>(uri, Major, Minor, "RemovalPreview");
     qmlRegisterSingletonType<Words>(uri, Major, Minor, "Words", makeWords);
 }

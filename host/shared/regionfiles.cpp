@@ -17,14 +17,14 @@ namespace {
 class RemovalPlanner
 {
 public:
-    RemovalPlanner(const QList<MapRegion *> &installed, const QString &folder)
+    RemovalPlanner(const QList<InstalledTiles> &installed, const QString &folder)
         : m_folder(folder)
         , m_root(QFileInfo(folder).canonicalFilePath())
     {
-        for (const MapRegion *region : installed) {
+        for (const InstalledTiles &region : installed) {
             const int place = int(m_ids.size());
-            m_ids.append(region->id());
-            m_tiles.append(tilesOf(*region));
+            m_ids.append(region.id);
+            m_tiles.append(tilesOf(region));
             for (const QString &tile : std::as_const(m_tiles.last()))
                 m_users[tile].append(place);
         }
@@ -76,11 +76,10 @@ private:
         quint64 names = 0; // hard links; 0 if there is no such file
     };
 
-    static QStringList tilesOf(const MapRegion &region)
+    static QStringList tilesOf(const InstalledTiles &region)
     {
         QStringList tiles;
-        const QStringList entries = region.fileList();
-        for (const QString &entry : entries)
+        for (const QString &entry : region.fileList)
             tiles.append(TileList::plain(entry));
         tiles.removeDuplicates();
         return tiles;
@@ -165,6 +164,15 @@ QList<MapRegion *> RegionFiles::installed(MapCatalog *catalog)
     return regions;
 }
 
+QList<InstalledTiles> RegionFiles::installedTiles(MapCatalog *catalog)
+{
+    QList<InstalledTiles> tiles;
+    const QList<MapRegion *> regions = installed(catalog);
+    for (const MapRegion *region : regions)
+        tiles.append({region->id(), region->fileList()});
+    return tiles;
+}
+
 QStringList RegionFiles::ofOthers(MapCatalog *catalog, const QString &id)
 {
     QStringList tiles;
@@ -188,8 +196,14 @@ RemovalFigures RegionFiles::removalFigures(MapCatalog *catalog, const QString &i
 RemovalPlan RegionFiles::planRemoval(MapCatalog *catalog, const QStringList &ids,
                                      const QString &tileCacheFolder)
 {
+    return planRemoval(installedTiles(catalog), ids, tileCacheFolder);
+}
+
+RemovalPlan RegionFiles::planRemoval(const QList<InstalledTiles> &installed, const QStringList &ids,
+                                     const QString &tileCacheFolder)
+{
     RemovalPlan plan;
-    RemovalPlanner planner(installed(catalog), tileCacheFolder);
+    RemovalPlanner planner(installed, tileCacheFolder);
     for (const QString &id : ids) {
         if (!planner.isInstalled(id))
             continue;

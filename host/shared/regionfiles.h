@@ -33,11 +33,24 @@ struct RemovalPlan
     RemovalFigures total;
 };
 
-/** Questions about installed regions and their tiles. GUI thread, while no load is under way. */
+/** An installed region and the entries of its file list, apart from the catalogue's object. */
+struct InstalledTiles
+{
+    QString id;
+    QStringList fileList;
+};
+
+/**
+ * Questions about installed regions and their tiles. GUI thread, while no load is under way, unless
+ * another is named.
+ */
 namespace RegionFiles {
 
 /** The installed regions, in the catalogue's order. */
 QList<MapRegion *> installed(MapCatalog *catalog);
+
+/** The same as values, for another thread. */
+QList<InstalledTiles> installedTiles(MapCatalog *catalog);
 
 /** The tiles that installed regions other than this one list, as archives name them. */
 QStringList ofOthers(MapCatalog *catalog, const QString &id);
@@ -51,6 +64,9 @@ RemovalFigures removalFigures(MapCatalog *catalog, const QString &id,
  * installed, or come a second time, are left out.
  */
 RemovalPlan planRemoval(MapCatalog *catalog, const QStringList &ids,
+                        const QString &tileCacheFolder);
+/** The same for these installed regions. Any thread. */
+RemovalPlan planRemoval(const QList<InstalledTiles> &installed, const QStringList &ids,
                         const QString &tileCacheFolder);
 
 /** Bytes of the region's tiles that are on disk. */

@@ -35,6 +35,7 @@ RegionInstaller::RegionInstaller(MapCatalog *catalog, Worker *worker, const QStr
     , m_guard(worker, &m_journal)
 {
     connectEngine();
+    connect(&m_count, &RemovalCount::counted, this, &RegionInstaller::onRemovalCounted);
     // Somebody else's load must be over before the catalogue may be changed.
     connect(catalog, &MapCatalog::bussyChanged, this, &RegionInstaller::schedulePump);
 }
@@ -231,6 +232,7 @@ bool RegionInstaller::recordNext()
     for (const PendingInstall &entry : entries) {
         if (entry.phase != Phase::Moved)
             continue;
+        m_count.cancel(); // Others may need other tiles now.
         record(entry);
         schedulePump();
         return true;
@@ -242,11 +244,20 @@ bool RegionInstaller::removeNext()
 {
     if (m_removals.isEmpty() || !removalIsSafe())
         return false;
+    if (!m_count.isRunning())
+        m_count.start(RegionFiles::installedTiles(m_catalog), m_removals.first(), m_tileFolder);
+    return true;
+}
+
+void RegionInstaller::onRemovalCounted(const RemovalFigures &figures)
+{
+    if (m_inCatalog || m_catalog->bussy() || !removalIsSafe()) {
+        schedulePump(); // It is counted again when the removal may be.
+        return;
+    }
     const QString id = m_removals.first();
-    RemovalFigures figures;
     {
         const QScopedValueRollback<bool> inCatalog(m_inCatalog, true);
-        figures = RegionFiles::removalFigures(m_catalog, id, m_tileFolder);
         RegionRemoval::remove(m_catalog, id, m_pathSuffix);
     }
     m_removals.removeAll(id);
@@ -254,7 +265,7 @@ bool RegionInstaller::removeNext()
         clearStatus(id);
     Q_EMIT removed(id, figures.freedBytes, figures.freedFiles, figures.keptFiles);
     schedulePump();
-    return true;
+    noteBusy();
 }
 
 // A region that only downloads does not disturb. Should its move begin while the removal runs, the

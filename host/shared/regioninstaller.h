@@ -4,6 +4,7 @@
 #include "host/shared/installjournal.h"
 #include "host/shared/moveguard.h"
 #include "host/shared/regionstatus.h"
+#include "host/shared/removalcount.h"
 #include "host/shared/transfermeter.h"
 #include <memory>
 #include <QElapsedTimer>
@@ -203,6 +204,7 @@ private:
     void pump();
     bool recordNext();
     bool removeNext();
+    void onRemovalCounted(const RemovalFigures &figures);
     void feedNext();
     void record(PendingInstall entry);
     bool writeRecord(const QString &id, const QStringList &tiles);
@@ -226,6 +228,7 @@ private:
     MoveGuard m_guard;
     QList<Run> m_runs;
     QStringList m_removals;
+    RemovalCount m_count; // for the first of them
     QHash<QString, RegionStatus> m_status; // of regions with a request that is not over well
     QHash<QString, QElapsedTimer> m_broken; // whose download failed, and when
     QString m_refusal;

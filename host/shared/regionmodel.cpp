@@ -5,7 +5,6 @@
 #include "catalog/mapcatalog.h"
 #include "catalog/mapregion.h"
 #include "host/shared/collationkeys.h"
-#include "host/shared/regionfiles.h"
 #include "host/shared/regioninstaller.h"
 #include "plugin/dataroot.h"
 #include <algorithm>
@@ -235,15 +234,9 @@ QString RegionModel::tileFolder() const
         m_catalog->tessarinDirectory().mid(DataRoot::catalogFolder().size()));
 }
 
-QVariantMap RegionModel::removalPreview(const QString &id) const
+QList<InstalledTiles> RegionModel::installedTiles() const
 {
-    RemovalFigures figures;
-    if (!catalogIsLoading())
-        figures = RegionFiles::removalFigures(m_catalog, id, tileFolder());
-    return {{QStringLiteral("freedFiles"), figures.freedFiles},
-            {QStringLiteral("freedBytes"), figures.freedBytes},
-            {QStringLiteral("keptFiles"), figures.keptFiles},
-            {QStringLiteral("keptBytes"), figures.keptBytes}};
+    return catalogIsLoading() ? QList<InstalledTiles>() : RegionFiles::installedTiles(m_catalog);
 }
 
 bool RegionModel::catalogIsLoading() const

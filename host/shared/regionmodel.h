@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/shared/regionfiles.h"
 #include "host/shared/regionrow.h"
 #include "host/shared/regionsizes.h"
 #include "host/shared/regionsnapshot.h"
@@ -89,11 +90,10 @@ public:
     Q_INVOKABLE int rowOf(const QString &id) const;
     /** All roles of a region by their names; empty if there is no such region. */
     Q_INVOKABLE QVariantMap get(const QString &id) const;
-    /**
-     * What a removal of the region would do now: {freedFiles, freedBytes, keptFiles, keptBytes};
-     * what is kept belongs to other installed regions too. All 0 if it is not installed.
-     */
-    Q_INVOKABLE QVariantMap removalPreview(const QString &id) const;
+    /** For RemovalPreview: what is installed now; nothing while the catalogue loads. */
+    QList<InstalledTiles> installedTiles() const;
+    /** The folder that holds the tiles of this data set. */
+    QString tileFolder() const;
 
     /** The values behind a row; for proxy models. Valid until the event loop runs. */
     const RegionRow &row(int number) const;
@@ -141,7 +141,6 @@ private:
     QString path(const RegionRow &row) const;
     qint64 sizeOnDisk(const RegionRow &row) const;
     void measure(const RegionRow &row) const;
-    QString tileFolder() const;
     void noteLoading();
 
     const QPointer<MapCatalog> m_catalog; // not owned

@@ -193,6 +193,8 @@ void SelfTest::walkOthers()
     installer->cancelAll();
     look(QStringLiteral("cancelled transfers"));
     call(object("removeDialog"), "ask", QStringLiteral("DK"));
+    if (!waitUntil([this] { return object("removeDialog")->property("counted").toBool(); }))
+        m_faults.append(QStringLiteral("What a removal frees is never told."));
     look(QStringLiteral("removal"));
     closeDialogs();
     Q_EMIT m_session->noticed(QStringLiteral("A sentence of some length that tells of an error."),

@@ -452,7 +452,13 @@ QtObject {
             lines.push(delegates.objectAt(i).line);
         return lines.join("; ");
     }
-    function freed(id) { return source.removalPreview(id).freedFiles }
+    property RemovalPreview preview: RemovalPreview {
+        regions: page.source
+        regionId: "SE"
+    }
+    function foretold() {
+        return preview.ready ? preview.freedFiles + " " + preview.freedBytes : "counting";
+    }
 }
 )";
 
@@ -490,18 +496,20 @@ void RegionFilterModelTest::aPageShowsRegionsAndFollowsThem()
     page->setProperty("search", text("sweden"));
     QCOMPARE(call(page.get(), "lines").toString(), text("SE: Not installed"));
     QTRY_COMPARE(page->property("shown").toInt(), 1);
+    writeFile(rig.data.tileFolder() + text("/0/1/a.cdt"), "abc");
     rig.catalog->addInstalledRegion(text("SE"), {text("0/1/a.cdt")});
     QCOMPARE(call(page.get(), "lines").toString(), text("SE: Installed"));
     rig.catalog->updateCatalog();
     engine.collectGarbage();
     settle(regions);
     QCOMPARE(call(page.get(), "lines").toString(), text("SE: Installed"));
+    QTRY_COMPARE(call(page.get(), "foretold").toString(), text("1 3"));
 }
 
 void RegionFilterModelTest::qmlCannotMakeWhatTheProgramHandsOver()
 {
-    for (const char *name :
-         {"RegionModel", "RegionInstaller", "MapCatalog", "DownloadManagerIface"}) {
+    for (const char *name : {"RegionModel", "RegionInstaller", "MapCatalog", "DownloadManagerIface",
+                             "NetworkState", "NetworkBinding"}) {
         QQmlEngine engine;
         QQmlComponent component(&engine);
         component.setData(QByteArray("import VexaHost 1.0\n") + name + " { }", QUrl());

@@ -38,7 +38,6 @@ private Q_SLOTS:
     void theSizeOnDiskIsMeasuredWhenAskedFor();
     void anUpdateIsMeasuredAgain();
     void theSizeOfAnotherDataSetIsLookedForThere();
-    void aRemovalIsForetold();
     void theCatalogueMayGoFirst();
 };
 
@@ -589,25 +588,6 @@ void RegionModelTest::theSizeOfAnotherDataSetIsLookedForThere()
     QTRY_COMPARE(valueOf(model, "FI", "sizeOnDisk").toLongLong(), 5);
 }
 
-void RegionModelTest::aRemovalIsForetold()
-{
-    Rig rig;
-    rig.regions = nordic();
-    rig.installed = {{"FI", {"0/1/a.cdt", "0/1/b.cdt"}}, {"SE", {"0/1/b.cdt"}}};
-    writeFile(rig.data.tileFolder() + text("/0/1/a.cdt"), QByteArray(100, 'a'));
-    writeFile(rig.data.tileFolder() + text("/0/1/b.cdt"), QByteArray(23, 'b'));
-    const RegionModel &model = rig.open();
-
-    const QVariantMap preview = model.removalPreview(text("FI"));
-
-    QCOMPARE(preview.value(text("freedFiles")).toInt(), 1);
-    QCOMPARE(preview.value(text("freedBytes")).toLongLong(), 100);
-    QCOMPARE(preview.value(text("keptFiles")).toInt(), 1);
-    QCOMPARE(preview.value(text("keptBytes")).toLongLong(), 23);
-    QCOMPARE(model.removalPreview(text("FI-01")).value(text("freedFiles")).toInt(), 0);
-    QCOMPARE(model.removalPreview(text("XX")).size(), 4);
-}
-
 void RegionModelTest::theCatalogueMayGoFirst()
 {
     Rig rig;
@@ -622,7 +602,7 @@ void RegionModelTest::theCatalogueMayGoFirst()
     QCOMPARE(model.count(), 5);
     QCOMPARE(valueOf(model, "FI", "name").toString(), text("Finland"));
     QCOMPARE(valueOf(model, "FI", "sizeOnDisk").toLongLong(), -1);
-    QCOMPARE(model.removalPreview(text("FI")).value(text("freedFiles")).toInt(), 0);
+    QVERIFY(model.installedTiles().isEmpty());
     QVERIFY(!model.loading());
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The region model while regions are installed from a real web server and removed again.
+#include "host/shared/removalpreview.h"
 #include "installerrig.h"
 #include "regionworld.h"
 #include <memory>
@@ -142,16 +143,25 @@ void RegionModelInstallTest::aRemovalIsAsItWasForetold()
     QVERIFY(rig.installer().install(text("SE")));
     QTRY_VERIFY_WITH_TIMEOUT(!rig.installer().busy(), 30000);
     settle(model);
-    const QVariantMap preview = model.removalPreview(text("FI"));
-    QCOMPARE(preview.value(text("freedFiles")).toInt(), 1);
-    QCOMPARE(preview.value(text("keptFiles")).toInt(), 1);
+    RemovalPreview preview;
+    preview.setRegions(&model);
+    preview.setRegionId(text("FI"));
+    QTRY_VERIFY(preview.ready());
+    QCOMPARE(preview.freedFiles(), 1);
+    QCOMPARE(preview.keptFiles(), 1);
+    const qlonglong foretold = preview.freedBytes();
+    QVERIFY(foretold > 0);
     QSignalSpy removed(&rig.installer(), &RegionInstaller::removed);
 
     QVERIFY(rig.installer().remove(text("FI")));
     QTRY_COMPARE_WITH_TIMEOUT(removed.count(), 1, 30000);
     settle(model);
 
-    QCOMPARE(removed.first().at(1).toLongLong(), preview.value(text("freedBytes")).toLongLong());
+    QCOMPARE(removed.first().at(1).toLongLong(), foretold);
+    QCOMPARE(removed.first().at(2).toInt(), 1);
+    QCOMPARE(removed.first().at(3).toInt(), 1);
+    QTRY_VERIFY(preview.ready()); // of a region that is gone
+    QCOMPARE(preview.freedFiles(), 0);
     QCOMPARE(rig.value("FI", "state").toString(), text("notInstalled"));
     QVERIFY(!rig.value("FI", "installed").toBool());
     QVERIFY(rig.value("SE", "installed").toBool());

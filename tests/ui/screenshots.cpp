@@ -108,6 +108,9 @@ void takeAll(Photographer &photographer)
     photographer.showPage(1);
     photographer.take("installed");
     photographer.call("removeDialog", "ask", "FI");
+    waitUntil("what a removal frees", [&photographer] {
+        return photographer.object("removeDialog")->property("counted").toBool();
+    });
     photographer.take("removal");
     QMetaObject::invokeMethod(photographer.object("removeDialog"), "close");
     photographer.showPage(2);
