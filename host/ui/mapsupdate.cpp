@@ -29,8 +29,10 @@ MapsUpdate::MapsUpdate(MapsSession *session)
 
 MapsUpdate::~MapsUpdate()
 {
-    if (m_measuring)
-        m_measuring->wait();
+    for (QThread *thread : {m_measuring.get(), m_remover.get()}) {
+        if (thread)
+            thread->wait();
+    }
 }
 
 QString MapsUpdate::state() const
@@ -134,6 +136,11 @@ double MapsUpdate::backupSize() const
     return m_backupSize;
 }
 
+bool MapsUpdate::removing() const
+{
+    return m_remover != nullptr;
+}
+
 QStringList MapsUpdate::lostRegions() const
 {
     return m_lost;
@@ -220,19 +227,33 @@ void MapsUpdate::goBack()
     conclude(QStringLiteral("prepared"));
 }
 
+// Nothing else touches the backup: all that would is refused meanwhile.
 void MapsUpdate::removeBackup()
 {
-    if (m_running) {
+    if (m_running || m_remover) {
         refuse(busyReason());
         return;
     }
-    DataSetUpdate remover(m_session->catalog(), m_session->baseUri());
-    if (!remover.clearBackup())
-        refuse(remover.errorString());
+    m_remover.reset(QThread::create([this] {
+        DataSetSwap swap {QString(UpdateSuffix)};
+        m_removalError = swap.clearBackup() ? QString() : swap.errorString();
+    }));
+    connect(m_remover.get(), &QThread::finished, this, &MapsUpdate::onBackupRemoved);
+    m_remover->start();
+    Q_EMIT changed();
+}
+
+void MapsUpdate::onBackupRemoved()
+{
+    m_remover->wait();
+    m_remover.reset();
+    if (!m_removalError.isEmpty())
+        refuse(m_removalError);
     lookForBackup();
     m_session->measureFreeSpace();
     if (m_backupVersion.isEmpty())
         acknowledge();
+    Q_EMIT changed();
 }
 
 void MapsUpdate::acknowledge()
@@ -261,6 +282,8 @@ QString MapsUpdate::busyReason() const
 {
     if (m_running)
         return tr("The maps are being changed already.");
+    if (m_remover)
+        return tr("The old maps are being removed.");
     if (!m_session->isOpen())
         return tr("The maps are not open yet.");
     if (m_session->refreshing() || m_session->catalog()->bussy())

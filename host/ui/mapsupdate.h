@@ -60,6 +60,8 @@ class MapsUpdate : public QObject
     Q_PROPERTY(QString backupVersion READ backupVersion NOTIFY backupChanged)
     /** Their bytes; -1 until measured. */
     Q_PROPERTY(double backupSize READ backupSize NOTIFY backupChanged)
+    /** They are being removed. */
+    Q_PROPERTY(bool removing READ removing NOTIFY changed)
     /** Names of the regions installed since, which going back would lose. */
     Q_PROPERTY(QStringList lostRegions READ lostRegions NOTIFY backupChanged)
 
@@ -84,6 +86,7 @@ public:
     double bytesTotal() const;
     QString backupVersion() const;
     double backupSize() const;
+    bool removing() const;
     QStringList lostRegions() const;
 
     /**
@@ -100,7 +103,7 @@ public:
     Q_INVOKABLE void giveUp();
     /** Puts the old maps in use again, whatever was installed since. */
     Q_INVOKABLE void goBack();
-    /** Removes the old maps. */
+    /** Removes the old maps, in a thread: they are many thousands of files. */
     Q_INVOKABLE void removeBackup();
     /** The user has seen how it ended. */
     Q_INVOKABLE void acknowledge();
@@ -127,6 +130,7 @@ private:
     void lookForPrepared();
     void lookForBackup();
     void measureBackup();
+    void onBackupRemoved();
     QStringList namesOf(const QStringList &ids) const;
 
     MapsSession *const m_session; // the owner
@@ -146,4 +150,6 @@ private:
     std::atomic<double> m_measured {-1}; // written by the thread
     QStringList m_lost;
     std::unique_ptr<QThread> m_measuring;
+    std::unique_ptr<QThread> m_remover; // there while it runs
+    QString m_removalError; // written by that thread, read after its end
 };

@@ -91,6 +91,11 @@ QVector<UpdateView> UpdateViews::all()
         {QStringLiteral("done"), state("done") + backup(), {}, {Removal}, false},
         {QStringLiteral("up to date"), state("upToDate"), {}, {}, false},
         {QStringLiteral("backup"), backup(), {}, {Going}, true},
+        {QStringLiteral("removing"),
+         backup() + Values {{QStringLiteral("removing"), true}},
+         {},
+         {},
+         true},
         {QStringLiteral("gone back"), state("prepared") + whole, {}, {Giving}, false},
     };
 }

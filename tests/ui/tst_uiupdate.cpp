@@ -185,9 +185,16 @@ void UiUpdateTest::theBackupIsKeptAndRemovedLater()
     QVERIFY(rig.press("Remove the backup"));
     QVERIFY(rig.waitFor("Remove the old maps?"));
     QVERIFY(rig.shows(QStringLiteral("This frees %1.").arg(size)));
+    const MapsUpdate *const update = rig.session->update();
+    QList<bool> removing;
+    QObject::connect(update, &MapsUpdate::changed, rig.window,
+                     [&] { removing.append(update->removing()); });
     QVERIFY(rig.press("Remove"));
 
     QTRY_VERIFY(!DataSetSwap::backupExists());
+    QTRY_VERIFY(removing.contains(false)); // at its end, which the event loop has awaited
+    QVERIFY(removing.first());
+    QVERIFY(!update->removing());
     QTRY_VERIFY(!rig.named(QStringLiteral("Remove the backup")));
     QCOMPARE(rig.differs(rig.newTiles()), QString());
 }

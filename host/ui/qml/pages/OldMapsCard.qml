@@ -21,7 +21,8 @@ Card {
     }
     SettingRow {
         text: qsTr("Size")
-        value: card.update.backupSize < 0 ? qsTr("Being measured")
+        value: card.update.removing ? qsTr("Being removed")
+             : card.update.backupSize < 0 ? qsTr("Being measured")
                                           : Words.size(card.update.backupSize)
     }
     ButtonGroup {
@@ -32,7 +33,7 @@ Card {
 
         PushButton {
             visible: card.fresh
-            enabled: !card.update.running
+            enabled: !card.update.running && !card.update.removing
             primary: true
             text: qsTr("Keep old maps")
             iconName: "check"
@@ -43,7 +44,7 @@ Card {
         }
         PushButton {
             visible: !card.fresh
-            enabled: !card.update.running
+            enabled: !card.update.running && !card.update.removing
             text: qsTr("Go back to version %1").arg(card.update.backupVersion)
             iconName: "back"
             Layout.fillWidth: true
@@ -52,7 +53,7 @@ Card {
             onClicked: goingBack.open()
         }
         PushButton {
-            enabled: !card.update.running
+            enabled: !card.update.running && !card.update.removing
             dangerous: true
             text: card.fresh ? qsTr("Remove old maps") : qsTr("Remove the backup")
             iconName: "trash"
