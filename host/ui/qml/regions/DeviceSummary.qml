@@ -6,13 +6,20 @@ import VexaMaps 1.0
 
 /** The state of the network and of the disk, in two lines at the foot of the side bar. */
 ColumnLayout {
+    id: summary
+
     spacing: Theme.unit
+
+    // Where nobody tells of the network, the line would claim what is only assumed.
+    readonly property bool networkKnown: session.network.source === "platform"
+                                         || session.network.source === "manual"
 
     Repeater {
         model: [
             {
                 icon: "wifi",
-                text: !session.network.online ? qsTr("No network")
+                text: !summary.networkKnown ? ""
+                      : !session.network.online ? qsTr("No network")
                       : session.network.wifi ? qsTr("Wi-Fi or cable")
                                              : qsTr("Mobile network")
             },
