@@ -10,9 +10,9 @@ ColumnLayout {
 
     spacing: Theme.unit
 
-    // Where nobody tells of the network, the line would claim what is only assumed.
-    readonly property bool networkKnown: session.network.source === "platform"
-                                         || session.network.source === "manual"
+    // Where neither the system nor the user tells, a mobile network is only assumed.
+    readonly property bool networkKnown: session.network.available || session.network.manual
+                                         || session.network.wifi
 
     Repeater {
         model: [
