@@ -4,8 +4,11 @@
 #include "catalog/mapcatalog.h"
 #include "catalog/mapcatalogprocessor.h"
 #include "catalog/mapregion.h"
+#include "host/shared/regionfiles.h"
+#include "host/shared/tilelist.h"
 #include "plugin/dataroot.h"
 #include "plugin/logger.h"
+#include <algorithm>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +16,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QSet>
 
 namespace {
 
@@ -49,6 +53,40 @@ bool isRecorded(const QString &id, const QString &pathSuffix)
     return MapCatalogProcessor().readLocalContent(content).contains(id);
 }
 
+QStringList ownTiles(MapCatalog *catalog, const QString &id)
+{
+    QStringList tiles;
+    const MapRegion *region = catalog->region(id);
+    if (!region)
+        return tiles;
+    const QStringList others = RegionFiles::ofOthers(catalog, id);
+    const QStringList entries = region->fileList();
+    for (const QString &entry : entries)
+        tiles.append(TileList::plain(entry));
+    tiles.erase(std::remove_if(tiles.begin(), tiles.end(),
+                               [others = QSet<QString>(others.begin(), others.end())](
+                                   const QString &tile) { return others.contains(tile); }),
+                tiles.end());
+    return tiles;
+}
+
+// The catalogue passes over a tile that the disk does not let go, and forgets whose it was. Whether
+// there was one that goes now.
+bool removeLeft(const QStringList &tiles, const QString &folder)
+{
+    bool removed = false;
+    for (const QString &tile : tiles) {
+        const QString path = folder + QLatin1Char('/') + tile;
+        if (!QFile::exists(path))
+            continue;
+        if (QFile::remove(path))
+            removed = true;
+        else
+            L::og()->error(QLatin1String("Could not remove ") + path);
+    }
+    return removed;
+}
+
 } // namespace
 
 QString RegionRemoval::notePath(const QString &pathSuffix)
@@ -66,10 +104,13 @@ bool RegionRemoval::remove(MapCatalog *catalog, const QString &id, const QString
     // On a full disk there may be no room for it. A removal is what helps then; it is done unnoted.
     if (!writeNote(path, ids))
         L::og()->error(QLatin1String("Could not write the note of a removal ") + path);
+    const QStringList tiles = ownTiles(catalog, id);
     catalog->deleteInstalledRegion(id);
     catalog->updateCatalog();
     if (isRecorded(id, pathSuffix))
         return false;
+    if (removeLeft(tiles, DataRoot::tileCacheFolder(pathSuffix)))
+        catalog->updateLocalContentFile(); // which lists the tiles on the disk
     forget(id, pathSuffix);
     return true;
 }

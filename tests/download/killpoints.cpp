@@ -16,6 +16,8 @@
  *   VEXA_KILL_STATE  a file of at least 8 bytes, zero at the beginning: how often the name came
  *   VEXA_KILL_NAME   the name of the point
  *   VEXA_KILL_AT     1 for the first point of that name, 0 for none
+ *   VEXA_KILL_ERROR  optional, an errno: the call fails with it, and nothing is killed
+ *   VEXA_KILL_FROM   set: so does every such call that follows, as on a disk that stays full
  *   VEXA_KILL_LOG    optional, gets a line with the name of each point
  *   VEXA_KILL_SYNCS  if set, calls that wait for the disk are points too (fsync, fdatasync,
  * syncfs), and a rename or link tells whether its thread waited behind its last write
@@ -23,6 +25,7 @@
  */
 #include <atomic>
 #include <cctype>
+#include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
@@ -47,6 +50,11 @@ long killAt = 0;
 long mainProgram = 0;
 const char *killName = "";
 int logFile = -1;
+int errorNumber = 0;
+bool lasting = false;
+thread_local int errorDue = 0; // of the call that comes next in this thread
+
+constexpr long Broken = 1L << 40; // in the count: from now on all fail
 bool withSyncs = false;
 thread_local bool isSynced = false; // nothing written by this thread is waiting
 
@@ -65,6 +73,9 @@ __attribute__((constructor)) void takeOrders()
     if (const char *name = getenv("VEXA_KILL_NAME"))
         killName = strdup(name);
     withSyncs = getenv("VEXA_KILL_SYNCS") != nullptr;
+    if (const char *number = getenv("VEXA_KILL_ERROR"))
+        errorNumber = atoi(number);
+    lasting = getenv("VEXA_KILL_FROM") != nullptr;
     if (const char *program = getenv("VEXA_KILL_MAIN"))
         mainProgram = atol(program);
     if (const char *log = getenv("VEXA_KILL_LOG"))
@@ -116,10 +127,28 @@ void die()
     pause();
 }
 
+void reach(const std::string &name)
+{
+    const bool chosen = isPoint(name);
+    if (chosen && errorNumber == 0)
+        die();
+    if (chosen && lasting)
+        *count |= Broken;
+    if (chosen || (*count & Broken) != 0)
+        errorDue = errorNumber;
+}
+
 void point(const char *function, const char *what)
 {
-    if (count && isPoint(nameOf(function, what)))
-        die();
+    if (count)
+        reach(nameOf(function, what));
+}
+
+long failing()
+{
+    errno = errorDue;
+    errorDue = 0;
+    return -1;
 }
 
 bool isFile(int file)
@@ -152,8 +181,7 @@ void namePoint(const char *function, const char *to)
     std::string name = nameOf(function, to);
     if (withSyncs)
         name += isSynced ? " synced" : " unsynced";
-    if (isPoint(name))
-        die();
+    reach(name);
 }
 
 void syncPoint(const char *function, int file)
@@ -169,8 +197,11 @@ bool changes(int flags)
     return (flags & (O_CREAT | O_TRUNC)) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
 }
 
+// The real call; or one that fails, which all of them say by -1. The caller drops the arguments.
 template <typename Function> Function next(Function, const char *name)
 {
+    if (errorDue != 0)
+        return reinterpret_cast<Function>(reinterpret_cast<void *>(&failing));
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 

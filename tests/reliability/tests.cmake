@@ -21,3 +21,10 @@ target_compile_definitions(vexa_killworld PRIVATE VEXA_KILLPOINTS="$<TARGET_FILE
 add_dependencies(vexa_killworld vexa_killpoints)
 vexa_add_test(reliability/killmatrix LIBRARIES vexa_killworld TIMEOUT 600 LABELS sweep)
 vexa_add_test(reliability/killsweep LIBRARIES vexa_killworld TIMEOUT 600 LABELS sweep)
+
+vexa_add_test(reliability/diskfaults LIBRARIES vexa_killworld TIMEOUT 600 LABELS sweep)
+target_compile_definitions(tst_diskfaults PRIVATE VEXA_KILLPOINTS="$<TARGET_FILE:vexa_killpoints>")
+
+# Qt would end the functions of a long form after five minutes; CTest has a limit of its own.
+set_property(TEST reliability/hostilearchives reliability/soak reliability/diskfaults
+    APPEND PROPERTY ENVIRONMENT "QTEST_FUNCTION_TIMEOUT=86400000")

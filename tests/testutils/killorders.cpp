@@ -41,6 +41,13 @@ void KillOrders::preload(QProcessEnvironment *environment, const QString &librar
     environment->insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("verify_asan_link_order=0"));
 }
 
+void KillOrders::failInstead(QProcessEnvironment *environment, int errorNumber, bool lasting)
+{
+    environment->insert(QStringLiteral("VEXA_KILL_ERROR"), QString::number(errorNumber));
+    if (lasting)
+        environment->insert(QStringLiteral("VEXA_KILL_FROM"), QStringLiteral("1"));
+}
+
 void KillOrders::withSyncs(QProcessEnvironment *environment)
 {
     environment->insert(QStringLiteral("VEXA_KILL_SYNCS"), QStringLiteral("1"));

@@ -35,6 +35,11 @@ public:
     void give(QProcessEnvironment *environment, const KillPoint &point = {}) const;
     /** Has a program that knows nothing of the library load it too. */
     static void preload(QProcessEnvironment *environment, const QString &library);
+    /**
+     * The point's call fails with this errno in place of the kill; with lasting, so do all such
+     * calls behind it.
+     */
+    static void failInstead(QProcessEnvironment *environment, int errorNumber, bool lasting);
     /** Makes calls that wait for the disk points too. */
     static void withSyncs(QProcessEnvironment *environment);
 
