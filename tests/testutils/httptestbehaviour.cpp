@@ -210,6 +210,29 @@ Behaviour HttpTestServer::Gzip()
     return Behaviour([](Plan &plan) { plan.gzip = true; });
 }
 
+Behaviour HttpTestServer::GzipUnasked()
+{
+    return Behaviour([](Plan &plan) { plan.gzipAlways = true; });
+}
+
+Behaviour HttpTestServer::StallInHead(qint64 bytes)
+{
+    return Behaviour([=](Plan &plan) { plan.headLimit = bytes; });
+}
+
+Behaviour HttpTestServer::CutInHead(qint64 bytes)
+{
+    return Behaviour([=](Plan &plan) {
+        plan.headLimit = bytes;
+        plan.headCut = true;
+    });
+}
+
+Behaviour HttpTestServer::EndlessHead()
+{
+    return Behaviour([](Plan &plan) { plan.endlessHead = true; });
+}
+
 Behaviour HttpTestServer::SilentAccept()
 {
     return Behaviour([](Plan &plan) { plan.silent = true; });

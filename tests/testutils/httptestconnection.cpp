@@ -143,7 +143,7 @@ void HttpTestConnection::answer(const Request &request)
         return;
     }
 
-    if (m_plan.gzip && request.header("Accept-Encoding").contains("gzip")) {
+    if (m_plan.gzipAlways || (m_plan.gzip && request.header("Accept-Encoding").contains("gzip"))) {
         m_plan.content = gzipped(m_plan.content.mid(0, m_plan.content.size()));
         m_plan.headers.append(HttpHeader {"Content-Encoding", "gzip"});
         m_plan.ranges = false;
@@ -193,8 +193,31 @@ void HttpTestConnection::answer(const Request &request)
 
 void HttpTestConnection::sendHead()
 {
+    if (m_plan.endlessHead)
+        return sendEndlessHead();
+    if (m_plan.headLimit >= 0) {
+        m_state = State::Stalled;
+        m_socket->write(m_head.left(int(m_plan.headLimit)));
+        if (m_plan.headCut)
+            m_socket->disconnectFromHost();
+        return;
+    }
     m_socket->write(m_head);
     after(m_headOnly ? 0 : m_plan.bodyDelayMs, &HttpTestConnection::sendBody);
+}
+
+// Slowly: Qt 5 reads a head byte by byte, and hears of an abort only when there is nothing more to
+// be read for the moment.
+void HttpTestConnection::sendEndlessHead()
+{
+    constexpr int LineIntervalMs = 5;
+    const QByteArray line = "X-More: " + QByteArray(100, 'x') + "\r\n";
+    m_state = State::Stalled; // Nothing else is to be sent in between.
+    if (m_sent++ == 0)
+        m_socket->write("HTTP/1.1 200 Answer\r\n");
+    if (m_socket->bytesToWrite() < UnsentLimit)
+        m_socket->write(line);
+    after(LineIntervalMs, &HttpTestConnection::sendEndlessHead);
 }
 
 void HttpTestConnection::sendBody()

@@ -37,6 +37,7 @@ private:
     void read();
     void answer(const HttpTestServer::Request &request);
     void sendHead();
+    void sendEndlessHead();
     void sendBody();
     void sendPiece(qint64 length);
     void bodySent();

@@ -19,6 +19,10 @@ struct HttpTestPlan
     bool contentLength = true;
     bool chunked = false;
     bool gzip = false;
+    bool gzipAlways = false; ///< also if the request does not accept it
+    qint64 headLimit = -1; ///< bytes of the head that are sent
+    bool headCut = false; ///< closes behind them
+    bool endlessHead = false;
     qint64 cutAfter = -1;
     qint64 stallAfter = -1;
     qint64 missing = 0;

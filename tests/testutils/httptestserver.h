@@ -109,6 +109,14 @@ public:
     static Behaviour Redirect(const QString &url, int code = 302);
     /** Compresses the body if the request accepts gzip, else honest. Not for generated content. */
     static Behaviour Gzip();
+    /** Compresses the body whatever the request accepts. Not for generated content. */
+    static Behaviour GzipUnasked();
+    /** Sends this many bytes of the head and then nothing more. */
+    static Behaviour StallInHead(qint64 bytes);
+    /** Sends this many bytes of the head and closes. */
+    static Behaviour CutInHead(qint64 bytes);
+    /** A head that goes on, some 20 kB a second, until the client has had enough. */
+    static Behaviour EndlessHead();
     /** Takes the request and never answers. */
     static Behaviour SilentAccept();
     /** Answers with bytes that are not HTTP and closes. */

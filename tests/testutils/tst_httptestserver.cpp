@@ -60,6 +60,13 @@ public:
             20000);
     }
 
+    /** Bytes so far, with what has come meanwhile. */
+    int received()
+    {
+        m_bytes += m_socket.readAll();
+        return int(m_bytes.size());
+    }
+
     QByteArray all() const { return m_bytes; }
     int bodyStart() const { return int(m_bytes.indexOf("\r\n\r\n")); }
     QByteArray head() const { return m_bytes.left(bodyStart() + 2); }
@@ -101,6 +108,8 @@ private Q_SLOTS:
     void compressesOnlyForThoseWhoAcceptIt();
     void staysSilent();
     void answersGarbageOrNothing();
+    void endsOrStopsInsideTheHead();
+    void sendsAHeadThatHasNoEnd();
     void takesTheBehavioursInTurnAndRepeatsTheLast();
     void delaysHeadAndBody();
     void refusesAfterTheAnswerAndComesBackOnTheSamePort();
@@ -420,6 +429,13 @@ void HttpTestServerTest::compressesOnlyForThoseWhoAcceptIt()
     QVERIFY(server.bodyBytesSent(0) < 200);
     QCOMPARE(identity.status(), 206);
     QCOMPARE(identity.body(), content.left(1000));
+
+    server.add("/a", content, Server::GzipUnasked());
+    RawClient unasked(server);
+    unasked.get("/a", "Accept-Encoding: identity\r\n");
+    QVERIFY(unasked.waitForBody(20));
+    QVERIFY(unasked.has("Content-Encoding: gzip"));
+    QVERIFY(unasked.body().startsWith("\x1f\x8b"));
 }
 
 void HttpTestServerTest::staysSilent()
@@ -451,6 +467,36 @@ void HttpTestServerTest::answersGarbageOrNothing()
     QVERIFY(!garbage.all().isEmpty());
     QVERIFY(!garbage.all().startsWith("HTTP"));
     QVERIFY(nothing.all().isEmpty());
+}
+
+void HttpTestServerTest::endsOrStopsInsideTheHead()
+{
+    Server server;
+    server.add("/cut", someBytes(100), Server::CutInHead(20));
+    server.add("/stall", someBytes(100), Server::StallInHead(20));
+    RawClient cut(server);
+    RawClient stalled(server);
+
+    cut.get("/cut");
+    stalled.get("/stall");
+    QVERIFY(cut.waitForClose());
+
+    QCOMPARE(cut.all(), QByteArray("HTTP/1.1 200 Answer\r\n").left(20));
+    QTRY_COMPARE(stalled.received(), 20);
+    QVERIFY(stalled.isOpen());
+}
+
+void HttpTestServerTest::sendsAHeadThatHasNoEnd()
+{
+    Server server;
+    server.add("/a", someBytes(100), Server::EndlessHead());
+    RawClient client(server);
+
+    client.get("/a");
+
+    QTRY_VERIFY_WITH_TIMEOUT(client.received() > 2000, 20000);
+    QVERIFY(client.all().startsWith("HTTP/1.1 200 "));
+    QVERIFY(client.bodyStart() < 0);
 }
 
 void HttpTestServerTest::takesTheBehavioursInTurnAndRepeatsTheLast()
