@@ -636,6 +636,10 @@
         <translation>تعذّر تسجيل «%1»: تتعذّر كتابة ملف المحتوى.</translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation>أرسل الخادم %1 بايت لـ«%2»، لكن الفهرس يذكر %3؛ لم يتغيّر شيء. هل توجد صفحة تسجيل دخول في الطريق، أم أن الفهرس قديم؟</translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation>أرشيف «%1» تالف أو تعذّر فكّ ضغطه؛ لم يتغيّر شيء.</translation>
     </message>

@@ -632,6 +632,10 @@
         <translation>%1 konnte nicht eingetragen werden: Die Inhaltsdatei kann nicht geschrieben werden.</translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation>Der Server hat für %2 %1 Bytes geschickt, der Katalog nennt aber %3; es wurde nichts geändert. Liegt eine Anmeldeseite dazwischen, oder ist der Katalog veraltet?</translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation>Das Archiv von %1 ist beschädigt oder konnte nicht entpackt werden; es wurde nichts geändert.</translation>
     </message>

@@ -632,6 +632,10 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation type="unfinished"></translation>
     </message>

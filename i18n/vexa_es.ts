@@ -632,6 +632,10 @@
         <translation>No se ha podido registrar %1: no se puede escribir el archivo de contenido.</translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation>El servidor ha enviado %1 bytes para %2, pero el catálogo indica %3; no se ha cambiado nada. ¿Hay una página de acceso de por medio o es antiguo el catálogo?</translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation>El archivo comprimido de %1 está dañado o no se ha podido descomprimir; no se ha cambiado nada.</translation>
     </message>

@@ -632,6 +632,10 @@
         <translation>Aluetta %1 ei voitu kirjata: sisältötiedostoa ei voi kirjoittaa.</translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation>Palvelin lähetti alueelle %2 %1 tavua, mutta luettelon mukaan koko on %3; mitään ei muutettu. Onko välissä kirjautumissivu, tai onko luettelo vanha?</translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation>Alueen %1 arkisto on vioittunut tai sitä ei voitu purkaa; mitään ei muutettu.</translation>
     </message>

@@ -632,6 +632,10 @@
         <translation>La région %1 n’a pas pu être enregistrée&#x202f;: impossible d’écrire le fichier de contenu.</translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation>Le serveur a envoyé %1 octets pour la région %2, mais le catalogue en annonce %3&#x202f;; rien n’a été modifié. Une page de connexion s’est-elle interposée, ou le catalogue est-il ancien&#x202f;?</translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation>L’archive de la région %1 est endommagée ou n’a pas pu être décompressée&#x202f;; rien n’a été modifié.</translation>
     </message>

@@ -631,6 +631,10 @@
         <translation>「%1」を記録できませんでした。コンテンツファイルに書き込めません。</translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation>サーバーは「%2」に %1 バイトを送信しましたが、カタログでは %3 バイトです。何も変更されていません。途中にログインページがあるか、カタログが古くなっていませんか？</translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation>「%1」のアーカイブは破損しているか、展開できませんでした。何も変更されていません。</translation>
     </message>

@@ -633,6 +633,10 @@
         <translation>Не удалось внести «%1»: файл содержимого недоступен для записи.</translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation>Сервер прислал %1 байт для региона «%2», а в каталоге указано %3; ничего не изменено. Возможно, мешает страница входа в сеть или каталог устарел?</translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation>Архив региона «%1» повреждён или не распаковывается; ничего не изменено.</translation>
     </message>

@@ -631,6 +631,10 @@
         <translation>无法登记“%1”：内容文件无法写入。</translation>
     </message>
     <message>
+        <source>The server sent %1 bytes for %2, but the catalogue says %3; nothing was changed. Is there a log-in page in between, or is the catalogue old?</source>
+        <translation>服务器为“%2”发送了 %1 字节，但目录中为 %3 字节；未作任何更改。是否被登录页面拦截，或者目录已过期？</translation>
+    </message>
+    <message>
         <source>The archive of %1 is damaged or could not be unpacked; nothing was changed.</source>
         <translation>“%1”的压缩包已损坏或无法解压；未作任何更改。</translation>
     </message>

@@ -8,6 +8,8 @@
 #include "host/shared/tilelist.h"
 #include "plugin/vexaconstants.h"
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QMutexLocker>
 
 namespace {
@@ -42,9 +44,23 @@ bool MoveGuard::refuse(const QString &id, int attempt)
     return true;
 }
 
+void MoveGuard::expectSize(const QString &id, int attempt, qint64 bytes)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_expected.insert(key(id, attempt), bytes);
+}
+
+qint64 MoveGuard::otherSize(const QString &id, int attempt)
+{
+    const QMutexLocker lock(&m_mutex);
+    return m_otherSize.value(key(id, attempt), -1);
+}
+
 void MoveGuard::forget(const QString &id, int attempt)
 {
     const QMutexLocker lock(&m_mutex);
+    m_expected.remove(key(id, attempt));
+    m_otherSize.remove(key(id, attempt));
     m_refused.remove(key(id, attempt));
     m_moving.remove(key(id, attempt));
 }
@@ -65,6 +81,31 @@ void MoveGuard::watchEngine()
             onProgress(operation, id, url);
         },
         Qt::DirectConnection);
+    connect(
+        engine, &DownloadManager::finished, this,
+        [this](int operation, const QString &url, const QString &id) {
+            if (operation == DownloadRequest)
+                onDownloaded(id, attemptOf(id, url));
+        },
+        Qt::DirectConnection);
+}
+
+// The request is put away behind its signal, so it is still the queue's head.
+void MoveGuard::onDownloaded(const QString &id, int attempt)
+{
+    const QList<Request> queue = m_worker->getRequestQueue()->snapshot();
+    if (queue.isEmpty() || queue.first().id != id)
+        return; // cancelled just now
+    const QString archive = queue.first().payload.toString();
+    const qint64 size = QFileInfo(archive).size();
+    const QMutexLocker lock(&m_mutex);
+    const qint64 expected = m_expected.value(key(id, attempt));
+    if (expected <= 0 || size == expected)
+        return;
+    m_otherSize.insert(key(id, attempt), size);
+    m_refused.insert(key(id, attempt));
+    // The unpack that would have removed it is about to be cancelled.
+    QFile::remove(archive); // Only a leftover if it fails.
 }
 
 void MoveGuard::onError(int operation, const QString &id, const QString &url)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <QHash>
 #include <QMutex>
 #include <QObject>
 #include <QSet>
@@ -18,6 +19,8 @@ class Worker;
  * The guard decides in the worker thread, before the first file is touched: for an attempt that
  * failed or was given up it empties the scratch folder, so that the move finds nothing; for a good
  * one it has the journal note what was unpacked, so that a crash during the move loses nothing.
+ * It also measures each archive while it is still there: where a server tells no size, only the
+ * catalogue's shows that an end is missing, and not every kind of archive misses its end.
  *
  * The installer makes it in the GUI thread before the worker starts. Its work happens in the
  * worker thread; stop the worker and wait for it before the guard goes.
@@ -36,6 +39,17 @@ public:
      */
     bool refuse(const QString &id, int attempt);
 
+    /**
+     * The archive of this attempt has to have this many bytes, else nothing of it is moved; 0 for
+     * any number. Any thread.
+     */
+    void expectSize(const QString &id, int attempt, qint64 bytes);
+    /**
+     * The bytes that came in place of those that were expected; -1 if they were as many. Known as
+     * soon as the download is said to be finished. Any thread.
+     */
+    qint64 otherSize(const QString &id, int attempt);
+
     /** Forgets an attempt that is over. Any thread. */
     void forget(const QString &id, int attempt);
 
@@ -49,12 +63,15 @@ private:
     void watchEngine();
     void onError(int operation, const QString &id, const QString &url);
     void onProgress(int operation, const QString &id, const QString &url);
+    void onDownloaded(const QString &id, int attempt);
     void onMoveBegins(const QString &id, int attempt);
     int attemptOf(const QString &id, const QString &url) const;
 
     Worker *const m_worker; // not owned
     InstallJournal *const m_journal; // not owned
-    QMutex m_mutex; // guards the two sets
+    QMutex m_mutex; // guards all below
     QSet<QString> m_refused;
     QSet<QString> m_moving;
+    QHash<QString, qint64> m_expected; // bytes of the archive
+    QHash<QString, qint64> m_otherSize; // that came instead
 };

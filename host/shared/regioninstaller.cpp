@@ -50,8 +50,10 @@ void RegionInstaller::restore()
     };
     const QList<PendingInstall> goingOn =
         InstallRecovery::recover(&m_journal, m_tileFolder, isRegion);
-    for (const PendingInstall &entry : goingOn)
+    for (const PendingInstall &entry : goingOn) {
         m_runs.append({entry.id, entry.url, entry.attempt, false, false, {}});
+        expectSize(entry);
+    }
     const QStringList ids = m_journal.ids();
     for (const QString &id : ids)
         setState(id, RegionState::Queued);
@@ -312,9 +314,16 @@ void RegionInstaller::feedNext()
         return;
     }
     m_runs.append({entry.id, entry.url, entry.attempt, false, false, {}});
+    expectSize(entry);
     // With the slash: the move makes only the parent of its destination.
     m_iface->download(entry.id, entry.url, m_tileFolder + QLatin1Char('/'), true);
     updateWaiting();
+}
+
+void RegionInstaller::expectSize(const PendingInstall &entry)
+{
+    if (const MapRegion *region = m_catalog->region(entry.id))
+        m_guard.expectSize(entry.id, entry.attempt, region->downloadSize());
 }
 
 void RegionInstaller::record(PendingInstall entry)

@@ -185,6 +185,8 @@ private:
     void noteBroken(const QString &id);
     void takeUpBroken();
     void waitForNetwork(PendingInstall entry, const QString &id);
+    void onOtherSize(Run *run);
+    void giveUp(Run *run, const RegionStatus &status);
     void onMoveFinished(const Run &run);
     void queueLookForVanished();
     void lookForVanished();
@@ -206,6 +208,7 @@ private:
     bool removeNext();
     void onRemovalCounted(const RemovalFigures &figures);
     void feedNext();
+    void expectSize(const PendingInstall &entry);
     void record(PendingInstall entry);
     bool writeRecord(const QString &id, const QStringList &tiles);
     QString resolvedUrl(const QString &id) const;

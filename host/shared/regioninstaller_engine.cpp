@@ -8,6 +8,7 @@
 #include "host/shared/regioninstaller.h"
 #include "host/shared/savedqueue.h"
 #include <algorithm>
+#include <QLocale>
 #include <utility>
 
 using Phase = PendingInstall::Phase;
@@ -93,17 +94,50 @@ void RegionInstaller::onProgress(int operation, const QString &url, const QStrin
 
 void RegionInstaller::onFinished(int operation, const QString &url, const QString &id)
 {
-    const Run *run = findRun(id, url);
+    Run *run = findRun(id, url);
     if (!run)
         return;
     if (operation == MoveRequest) {
         onMoveFinished(*run);
         return;
     }
+    if (operation == DownloadRequest && !run->dead && m_guard.otherSize(id, run->attempt) >= 0) {
+        onOtherSize(run);
+        return;
+    }
     // That an unpack is finished says nothing: it comes twice, and after a failure too. The move
     // tells when it begins.
     if (operation == DownloadRequest && !run->dead)
         setState(id, RegionState::Unpacking);
+}
+
+// What a log-in page or an end that is missing came to. Its archive is not worth unpacking.
+void RegionInstaller::onOtherSize(Run *run)
+{
+    const MapRegion *region = m_catalog->region(run->id);
+    RegionStatus status;
+    status.state = RegionState::Failed;
+    status.failure = FailureKind::Network;
+    status.reason = tr("The server sent %1 bytes for %2, but the catalogue says %3; nothing was "
+                       "changed. Is there a log-in page in between, or is the catalogue old?")
+                        .arg(QLocale().toString(m_guard.otherSize(run->id, run->attempt)), run->id,
+                             QLocale().toString(region ? region->downloadSize() : 0));
+    giveUp(run, status);
+}
+
+// Before its files are moved.
+void RegionInstaller::giveUp(Run *run, const RegionStatus &status)
+{
+    run->dead = true;
+    const QString id = run->id;
+    const QString url = run->url;
+    m_journal.remove(id);
+    m_guard.refuse(id, run->attempt);
+    cancelInEngine(url); // What follows in its queue would only fail.
+    setStatus(id, status);
+    Q_EMIT pendingChanged();
+    queueLookForVanished();
+    noteBusy();
 }
 
 // The last that is heard of an attempt.

@@ -73,6 +73,14 @@ public:
 
     void closeSession() { session.reset(); }
 
+    /** Brings the device the catalogue of what the server has now. */
+    void refresh()
+    {
+        QFile::remove(DataRoot::catalogFolder() + QLatin1String("/catalog-1.0.xml"));
+        putCatalogOnDevice();
+        catalog().updateCatalog();
+    }
+
     RegionInstaller &installer() { return *session->installer(); }
     MapCatalog &catalog() { return *session->catalog(); }
     bool isInstalled(const QString &id)
@@ -105,11 +113,14 @@ private:
         const QString folder = DataRoot::catalogFolder();
         if (QFile::exists(folder + QLatin1String("/catalog-1.0.xml")))
             return;
+        const bool isFirst = !QFile::exists(folder + QLatin1String("/content.xml"));
         QDir().mkpath(folder);
         QDir().mkpath(DataRoot::tileCacheFolder());
         for (const char *name : {"catalog-1.0.xml", "regionname-lang-001.xml"})
             QFile::copy(server.folder() + QLatin1String("/map5/") + QLatin1String(name),
                         folder + QLatin1Char('/') + QLatin1String(name));
+        if (!isFirst)
+            return;
         MapCatalog catalog;
         catalog.setInstalledMapsVersion(QStringLiteral("1.0"));
         catalog.updateLocalContentFile();

@@ -27,6 +27,8 @@ private Q_SLOTS:
     void aBadArchiveFailsAndLeavesNothing_data();
     void aBadArchiveFailsAndLeavesNothing();
     void anArchiveWithoutTilesFails();
+    void anEndThatIsMissingIsNoticedByTheCataloguesSize();
+    void aCatalogueWithoutASizeAllowsAny();
     void aFailedUpdateLeavesTheOldVersionInstalled();
     void aContentFileThatCannotBeWrittenIsAFailure();
     void aMoveThatFailsTakesItsFilesAwayAgain();
@@ -144,6 +146,51 @@ void InstallerFailuresTest::anArchiveWithoutTilesFails()
 
     QVERIFY(rig->installer().reason(Fi).contains(QLatin1String("no map tiles")));
     QVERIFY(InstallerRig::recordedIds().isEmpty());
+}
+
+// Nothing else tells: the server gives no length, and this archive is a whole one without it.
+void InstallerFailuresTest::anEndThatIsMissingIsNoticedByTheCataloguesSize()
+{
+    rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt", "a/3/z.cdt"}),
+                           QStringLiteral("FI.tar"));
+    const QByteArray archive = TestFile::read(rig->content.archivePath(Fi));
+    rig->content.addRegion(Se, QStringLiteral("Sweden"), tilesOf({"0/1/a.cdt"}),
+                           QStringLiteral("SE.tar"));
+    const QByteArray half = TestFile::read(rig->content.archivePath(Se));
+    HttpTestServer server;
+    server.add("/archives/FI.tar", half, HttpTestServer::NoRange() | HttpTestServer::Chunked());
+    rig->openSession();
+    rig->installer().setBaseUri(server.url("/"));
+
+    QVERIFY(installAndWait(Fi, QStringLiteral("failed")));
+
+    QVERIFY(rig->installer().status(Fi).failure == FailureKind::Network);
+    QCOMPARE(rig->installer().reason(Fi),
+             QStringLiteral("The server sent %1 bytes for FI, but the catalogue says %2; nothing "
+                            "was changed. Is there a log-in page in between, or is the catalogue "
+                            "old?")
+                 .arg(QLocale().toString(half.size()), QLocale().toString(archive.size())));
+    QVERIFY(!rig->states.value(Fi).contains(QStringLiteral("moving")));
+    QVERIFY(InstallerRig::recordedIds().isEmpty());
+    QTRY_VERIFY(rig->session->downloads()->getRequests().isEmpty());
+    QCOMPARE(rig->tileDifference({}), QString());
+
+    server.add("/archives/FI.tar", archive);
+    QVERIFY(installAndWait(Fi));
+    QCOMPARE(rig->tileDifference(rig->content.tiles(Fi)), QString());
+}
+
+void InstallerFailuresTest::aCatalogueWithoutASizeAllowsAny()
+{
+    rig->content.addRegion(Se, QStringLiteral("Sweden"), tilesOf({"0/1/a.cdt"}));
+    HttpTestServer server;
+    server.add("/FI.zip", TestFile::read(rig->content.archivePath(Se)));
+    rig->content.addLink(Fi, QStringLiteral("Finland"), server.url("/FI.zip")); // of size 0
+    rig->openSession();
+
+    QVERIFY(installAndWait(Fi));
+
+    QCOMPARE(rig->tileDifference(rig->content.tiles(Se)), QString());
 }
 
 void InstallerFailuresTest::aFailedUpdateLeavesTheOldVersionInstalled()
@@ -279,7 +326,7 @@ void InstallerFailuresTest::afterAFailureTheSameRegionCanBeInstalled()
 {
     rig->content.addRegion(Fi, QStringLiteral("Finland"), tilesOf({"0/1/a.cdt"}));
     const QByteArray good = TestFile::read(rig->content.archivePath(Fi));
-    TestFile::write(rig->content.archivePath(Fi), "no archive");
+    TestFile::write(rig->content.archivePath(Fi), QByteArray(good.size(), 'x'));
     rig->openSession();
     QVERIFY(rig->installer().install(Fi));
     QTRY_COMPARE_WITH_TIMEOUT(rig->state(Fi), QStringLiteral("failed"), 30000);

@@ -187,6 +187,7 @@ void RegionInstallerTest::anUpdateKeepsTilesThatAnotherRegionNeeds()
     QVERIFY(installAndWait(Fi));
     QVERIFY(installAndWait(Se));
     rig->content.setTiles(Fi, tilesOf({"0/1/a.cdt"}, "new"));
+    rig->refresh();
 
     QVERIFY(installAndWait(Fi));
 

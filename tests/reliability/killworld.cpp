@@ -37,9 +37,9 @@ KillWorld::KillWorld()
     : m_orders(scratchPath(QString()))
 {
     // What a newer archive lacks and brings is Finland's own: an update in place does not ask
-    // others.
+    // others. By the length of its names it has the size that the catalogue gives.
     const Tiles newer =
-        tilesOf({"0/1/a.cdt", "0/5/newer.cdt"}, "newer") + tilesOf({"5/5/border.cdt"});
+        tilesOf({"0/1/a.cdt", "0/5/more.cdt"}, "newer") + tilesOf({"5/5/border.cdt"});
     Tiles large = tilesOf({"b/b/no.cdt", "5/5/border.cdt"});
     large.insert(QStringLiteral("b/c/large.cdt"),
                  TestContent::tile(QStringLiteral("large"), 2000000));

@@ -328,6 +328,7 @@ void HostileArchivesTest::aRegionIsWholeOrFailsInWords()
             const bool harmless =
                 !QByteArray(hostile.expected(format).contained).startsWith("refused");
 
+            rig.refresh(); // An archive has to have the size that the catalogue gives.
             const bool whole = installs(rig);
 
             QVERIFY2(whole == harmless,
