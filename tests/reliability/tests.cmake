@@ -28,3 +28,6 @@ target_compile_definitions(tst_diskfaults PRIVATE VEXA_KILLPOINTS="$<TARGET_FILE
 # Qt would end the functions of a long form after five minutes; CTest has a limit of its own.
 set_property(TEST reliability/hostilearchives reliability/soak reliability/diskfaults
     APPEND PROPERTY ENVIRONMENT "QTEST_FUNCTION_TIMEOUT=86400000")
+
+vexa_add_test(reliability/servermatrix TIMEOUT 900 LIBRARIES vexa_hosttest)
+target_sources(tst_servermatrix PRIVATE reliability/servermatrix.cpp reliability/servermatrix.h)
