@@ -31,3 +31,8 @@ set_property(TEST reliability/hostilearchives reliability/soak reliability/diskf
 
 vexa_add_test(reliability/servermatrix TIMEOUT 900 LIBRARIES vexa_hosttest)
 target_sources(tst_servermatrix PRIVATE reliability/servermatrix.cpp reliability/servermatrix.h)
+
+vexa_add_test(reliability/netns TIMEOUT 600 LIBRARIES vexa_hosttest)
+target_sources(tst_netns PRIVATE
+    reliability/faultlink.cpp reliability/faultlink.h
+    reliability/nameserver.cpp reliability/nameserver.h)

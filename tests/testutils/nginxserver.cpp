@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTcpServer>
+#include <unistd.h>
 
 namespace {
 
@@ -22,7 +23,18 @@ quint16 freePort()
     return trial.serverPort();
 }
 
+NginxServer::Place &place()
+{
+    static NginxServer::Place place {QStringLiteral("127.0.0.1"), {}};
+    return place;
+}
+
 } // namespace
+
+void NginxServer::setPlace(const Place &newPlace)
+{
+    place() = newPlace;
+}
 
 NginxServer::NginxServer()
 {
@@ -61,7 +73,10 @@ void NginxServer::add(const QString &path, const QByteArray &bytes)
 
 QString NginxServer::url(const QByteArray &path) const
 {
-    return QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(QString::fromUtf8(path));
+    return QStringLiteral("http://%1:%2%3")
+        .arg(place().address)
+        .arg(m_port)
+        .arg(QString::fromUtf8(path));
 }
 
 void NginxServer::start()
@@ -85,9 +100,16 @@ bool NginxServer::tryStart()
 {
     writeConfiguration();
     QFile::remove(file("nginx.pid"));
-    startTiedToUs(m_process, QStringLiteral("/usr/sbin/nginx"),
-                  {QStringLiteral("-p"), m_prefix.path(), QStringLiteral("-c"), file("nginx.conf"),
-                   QStringLiteral("-e"), file("error.log")});
+    QStringList command = place().command
+        + QStringList {QStringLiteral("/usr/sbin/nginx"),
+                       QStringLiteral("-p"),
+                       m_prefix.path(),
+                       QStringLiteral("-c"),
+                       file("nginx.conf"),
+                       QStringLiteral("-e"),
+                       file("error.log")};
+    const QString program = command.takeFirst();
+    startTiedToUs(m_process, program, command);
     QElapsedTimer clock;
     clock.start();
     // The pid file is written after the port was bound, so that the port is ours and not that of
@@ -120,12 +142,16 @@ http {
     default_type application/octet-stream;
     limit_rate @RATE@;
     server {
-        listen 127.0.0.1:@PORT@;
+        listen @ADDRESS@:@PORT@;
         root www;
     }
 }
 )";
+    // Else it gives its folders to "nobody", whom a user namespace need not know.
+    if (geteuid() == 0)
+        text.prepend("user root root;\n");
     text.replace("@RATE@", QByteArray::number(m_rateLimit));
+    text.replace("@ADDRESS@", place().address.toLatin1());
     text.replace("@PORT@", QByteArray::number(m_port));
     QFile configuration(file("nginx.conf"));
     if (!configuration.open(QIODevice::WriteOnly) || configuration.write(text) != text.size())

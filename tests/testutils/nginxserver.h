@@ -5,6 +5,7 @@
 #include <QList>
 #include <QProcess>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 /**
@@ -26,6 +27,15 @@ public:
         int status = 0;
         qint64 bodyBytesSent = 0;
     };
+
+    /** Where servers live: another network of the kernel's than the program's own. */
+    struct Place
+    {
+        QString address; ///< on which they listen
+        QStringList command; ///< that runs them there, in front of their own command line
+    };
+    /** For all servers that are made from now on; before that it is loopback. */
+    static void setPlace(const Place &place);
 
     /** Serves when it returns; ends the test program if that cannot be. */
     NginxServer();
