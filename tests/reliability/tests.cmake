@@ -25,10 +25,6 @@ vexa_add_test(reliability/killsweep LIBRARIES vexa_killworld TIMEOUT 600 LABELS 
 vexa_add_test(reliability/diskfaults LIBRARIES vexa_killworld TIMEOUT 600 LABELS sweep)
 target_compile_definitions(tst_diskfaults PRIVATE VEXA_KILLPOINTS="$<TARGET_FILE:vexa_killpoints>")
 
-# Qt would end the functions of a long form after five minutes; CTest has a limit of its own.
-set_property(TEST reliability/hostilearchives reliability/soak reliability/diskfaults
-    APPEND PROPERTY ENVIRONMENT "QTEST_FUNCTION_TIMEOUT=86400000")
-
 vexa_add_test(reliability/servermatrix TIMEOUT 900 LIBRARIES vexa_hosttest)
 target_sources(tst_servermatrix PRIVATE reliability/servermatrix.cpp reliability/servermatrix.h)
 
@@ -36,3 +32,8 @@ vexa_add_test(reliability/netns TIMEOUT 600 LIBRARIES vexa_hosttest)
 target_sources(tst_netns PRIVATE
     reliability/faultlink.cpp reliability/faultlink.h
     reliability/nameserver.cpp reliability/nameserver.h)
+
+# Qt would end the functions of a long form after five minutes; CTest has a limit of its own.
+set_property(TEST reliability/hostilearchives reliability/soak reliability/diskfaults
+    reliability/servermatrix reliability/netns
+    APPEND PROPERTY ENVIRONMENT "QTEST_FUNCTION_TIMEOUT=86400000")
