@@ -125,7 +125,9 @@ void CatalogRefresher::fetch(const QString &fileName, const std::function<void(b
     static int attempts = 0; // GUI thread only
     m_then = then;
     m_failed = false;
+    m_notStored = false;
     m_bytes = -1;
+    m_fileName = fileName;
     m_id = QLatin1String(IdPrefix) + fileName;
     m_url = AttemptTag::tagged(
         QUrl(m_baseUri).resolved(QUrl(fileName)).toString(QUrl::FullyEncoded), ++attempts);
@@ -142,15 +144,22 @@ void CatalogRefresher::onFinished(int operation, const QString &url, const QStri
     const auto then = std::move(m_then);
     m_then = nullptr;
     m_url.clear();
-    then(!m_failed);
+    if (m_notStored)
+        finish(Result::DiskFailed,
+               tr("%1 cannot be written.").arg(m_incoming + QLatin1Char('/') + m_fileName));
+    else
+        then(!m_failed);
 }
 
 void CatalogRefresher::onError(int operation, const QString &id, int code, const QString &url)
 {
-    Q_UNUSED(operation);
     Q_UNUSED(code);
-    if (id == m_id && AttemptTag::of(url) == AttemptTag::of(m_url))
-        m_failed = true;
+    if (id != m_id || AttemptTag::of(url) != AttemptTag::of(m_url))
+        return;
+    // Behind a download that failed, there is nothing that the move could find.
+    if (operation == MoveRequest && !m_failed)
+        m_notStored = true;
+    m_failed = true;
 }
 
 void CatalogRefresher::onVersion(bool arrived)

@@ -89,7 +89,9 @@ private:
     std::function<void(bool)> m_then; // after the current file
     QString m_id; // of the current file
     QString m_url;
+    QString m_fileName;
     bool m_failed = false; // the current file
+    bool m_notStored = false; // it came, and the disk did not take it
     qint64 m_bytes = -1; // of it, the most so far
     QString m_serverVersion;
     QString m_targetVersion; // as the content file gives it back

@@ -162,6 +162,12 @@ void DiskFaultsTest::addSteps()
 Tiles DiskFaultsTest::mainSet() const
 {
     Tiles files = world->mainSet();
+    // What a refresh has left there is cleared by the next one.
+    const QStringList names = files.keys();
+    for (const QString &name : names) {
+        if (name.contains(QLatin1String("/incoming/")))
+            files.remove(name);
+    }
     QByteArray &content = files[QStringLiteral("/cities/Tessarin/content.xml")];
     QList<QByteArray> lines = content.split('\n');
     std::sort(lines.begin(), lines.end());
@@ -228,8 +234,10 @@ QList<KillPoint> DiskFaultsTest::pointsOf(const Step &step)
     QMap<QString, QList<KillPoint>> kinds;
     const QList<KillPoint> all = orders->points();
     for (const KillPoint &point : all) {
-        // The names of the commands themselves are points for kills.
-        if (!point.name.startsWith("alone ") && !point.name.startsWith("behind "))
+        // The commands as such are points for kills. And a lock that is never let go looks to the
+        // program itself like another program at work: it waits and blames whom it waits for.
+        const bool isLock = point.name.startsWith("unlink ") && point.name.endsWith(".lock");
+        if (!isLock && !point.name.startsWith("alone ") && !point.name.startsWith("behind "))
             kinds[kindOf(point)].append(point);
     }
     QList<KillPoint> points;
