@@ -40,8 +40,8 @@ quint32 crc32(const QByteArray &bytes)
 constexpr int Unix = 3;
 constexpr int Fat = 0;
 
-/** A zip archive of stored files, byte by byte. */
-class RawZip
+/** A zip archive of stored files whose list can be in any order and say any system. */
+class ListedZip
 {
 public:
     struct File
@@ -61,7 +61,7 @@ public:
         QByteArray extra;
     };
 
-    RawZip &add(const File &file)
+    ListedZip &add(const File &file)
     {
         const QByteArray common = u16(0x0800) + u16(0) + u32(0) + u32(crc32(file.data))
             + u32(file.data.size()) + u32(file.data.size()) + u16(file.name.size())
@@ -72,7 +72,7 @@ public:
         m_files += "PK\3\4" + u16(20) + common + file.name + file.extra + file.data;
         return *this;
     }
-    RawZip &reverseDirectory()
+    ListedZip &reverseDirectory()
     {
         std::reverse(m_directory.begin(), m_directory.end());
         return *this;
@@ -160,41 +160,41 @@ private Q_SLOTS:
 void ZipDirectoryTest::listsWhatUnpackingMakes_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    const RawZip::File tile {"a/3/x.cdt", "tile"};
-    QTest::newRow("a tile") << RawZip().add(tile).bytes();
-    QTest::newRow("a comment") << RawZip().add(tile).bytes("made by hand");
+    const ListedZip::File tile {"a/3/x.cdt", "tile"};
+    QTest::newRow("a tile") << ListedZip().add(tile).bytes();
+    QTest::newRow("a comment") << ListedZip().add(tile).bytes("made by hand");
     QTest::newRow("a comment that looks like an end")
-        << RawZip().add(tile).bytes("PK\5\6 is how it ends, or does it not now");
+        << ListedZip().add(tile).bytes("PK\5\6 is how it ends, or does it not now");
     QTest::newRow("a folder by its name")
-        << RawZip().add({"a/3/", QByteArray(), Unix, 0}).add(tile).bytes();
+        << ListedZip().add({"a/3/", QByteArray(), Unix, 0}).add(tile).bytes();
     QTest::newRow("a folder by its mode")
-        << RawZip().add({"a/3", QByteArray(), Unix, 040755u << 16}).add(tile).bytes();
+        << ListedZip().add({"a/3", QByteArray(), Unix, 040755u << 16}).add(tile).bytes();
     QTest::newRow("a folder by its attribute")
-        << RawZip().add({"a/3", QByteArray(), Fat, 0x10}).add(tile).bytes();
+        << ListedZip().add({"a/3", QByteArray(), Fat, 0x10}).add(tile).bytes();
     QTest::newRow("a link")
-        << RawZip().add(tile).add({"a/3/l.cdt", "x.cdt", Unix, 0120777u << 16}).bytes();
-    QTest::newRow("a mode of nothing") << RawZip().add({"a/3/x.cdt", "tile", Unix, 0}).bytes();
+        << ListedZip().add(tile).add({"a/3/l.cdt", "x.cdt", Unix, 0120777u << 16}).bytes();
+    QTest::newRow("a mode of nothing") << ListedZip().add({"a/3/x.cdt", "tile", Unix, 0}).bytes();
     QTest::newRow("a pipe's mode")
-        << RawZip().add({"a/3/x.cdt", "tile", Unix, 0010644u << 16}).bytes();
-    QTest::newRow("a device") << RawZip().add({"a/3/x.cdt", "", Unix, 0020644u << 16}).bytes();
-    QTest::newRow("another system") << RawZip().add({"a/3/x.cdt", "tile", 11, 0}).bytes();
-    QTest::newRow("backslashes") << RawZip().add({"a\\3\\x.cdt", "tile", Fat, 0}).bytes();
-    QTest::newRow("backslashes of Unix") << RawZip().add({"a\\3\\x.cdt", "tile"}).bytes();
-    QTest::newRow("both slashes") << RawZip().add({"a/3\\x.cdt", "tile", Fat, 0}).bytes();
+        << ListedZip().add({"a/3/x.cdt", "tile", Unix, 0010644u << 16}).bytes();
+    QTest::newRow("a device") << ListedZip().add({"a/3/x.cdt", "", Unix, 0020644u << 16}).bytes();
+    QTest::newRow("another system") << ListedZip().add({"a/3/x.cdt", "tile", 11, 0}).bytes();
+    QTest::newRow("backslashes") << ListedZip().add({"a\\3\\x.cdt", "tile", Fat, 0}).bytes();
+    QTest::newRow("backslashes of Unix") << ListedZip().add({"a\\3\\x.cdt", "tile"}).bytes();
+    QTest::newRow("both slashes") << ListedZip().add({"a/3\\x.cdt", "tile", Fat, 0}).bytes();
     QTest::newRow("an unknown extra field")
-        << RawZip().add({"x.cdt", "tile", Unix, 0, u16(0x4242) + u16(3) + "abc"}).bytes();
+        << ListedZip().add({"x.cdt", "tile", Unix, 0, u16(0x4242) + u16(3) + "abc"}).bytes();
     QTest::newRow("a name in an extra field")
-        << RawZip()
+        << ListedZip()
                .add(
                    {"odd.cdt", "tile", Unix, 0,
                     u16(0x7075) + u16(14) + '\1' + u32(crc32("odd.cdt")) + "\xc3\xa5\xc3\xa4.cdtx"})
                .bytes();
     QTest::newRow("a stale name in an extra field")
-        << RawZip()
+        << ListedZip()
                .add({"odd.cdt", "tile", Unix, 0,
                      u16(0x7075) + u16(12) + '\1' + u32(crc32("old.cdt")) + "new.cdt"})
                .bytes();
-    QTest::newRow("no files") << RawZip().bytes();
+    QTest::newRow("no files") << ListedZip().bytes();
 }
 
 void ZipDirectoryTest::listsWhatUnpackingMakes()
@@ -208,7 +208,7 @@ void ZipDirectoryTest::largeSizesComeFromTheLongField()
 {
     const qint64 size = 5LL * 1024 * 1024 * 1024;
     QByteArray bytes =
-        RawZip().add({"x.cdt", "tile", Unix, 0, u16(1) + u16(8) + le(quint64(size))}).bytes();
+        ListedZip().add({"x.cdt", "tile", Unix, 0, u16(1) + u16(8) + le(quint64(size))}).bytes();
     const int entry = int(bytes.indexOf("PK\1\2"));
     bytes.replace(entry + 24, 4, u32(0xffffffff));
 
@@ -219,7 +219,7 @@ void ZipDirectoryTest::largeSizesComeFromTheLongField()
 
 void ZipDirectoryTest::archivesWithManyFilesHaveALargerRecord()
 {
-    RawZip zip;
+    ListedZip zip;
     zip.add({"x.cdt", "tile"}).add({"y.cdt", "other"});
     QByteArray bytes = zip.bytes();
     const int end = int(bytes.lastIndexOf("PK\5\6"));
@@ -237,7 +237,7 @@ void ZipDirectoryTest::archivesWithManyFilesHaveALargerRecord()
 void ZipDirectoryTest::entriesComeInTheOrderOfTheFiles()
 {
     const QByteArray bytes =
-        RawZip().add({"b.cdt", "1"}).add({"a.cdt", "22"}).reverseDirectory().bytes();
+        ListedZip().add({"b.cdt", "1"}).add({"a.cdt", "22"}).reverseDirectory().bytes();
 
     const auto entries = entriesOf(bytes);
 
@@ -249,14 +249,14 @@ void ZipDirectoryTest::entriesComeInTheOrderOfTheFiles()
 void ZipDirectoryTest::whatIsUnusualIsLeftToTheLibrary_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    const QByteArray zip = RawZip().add({"x.cdt", "tile"}).bytes();
+    const QByteArray zip = ListedZip().add({"x.cdt", "tile"}).bytes();
     const int end = int(zip.lastIndexOf("PK\5\6"));
     QTest::newRow("nothing") << QByteArray();
     QTest::newRow("a start alone") << zip.left(30);
     QTest::newRow("something in front") << "#!/bin/sh\n" + zip;
     QTest::newRow("something behind") << zip + "more";
     QTest::newRow("a long comment")
-        << RawZip().add({"x.cdt", "tile"}).bytes(QByteArray(20000, 'c'));
+        << ListedZip().add({"x.cdt", "tile"}).bytes(QByteArray(20000, 'c'));
     const auto patched = [&](int at, const QByteArray &field) {
         QByteArray bytes = zip;
         return bytes.replace(at, field.size(), field);
@@ -281,7 +281,7 @@ void ZipDirectoryTest::whatIsUnusualIsLeftToTheLibrary()
 void ZipDirectoryTest::damageIsSurvivedAtEveryByte()
 {
     const QByteArray whole =
-        RawZip()
+        ListedZip()
             .add({"a/3/x.cdt", "tile", Unix, 0, u16(1) + u16(16) + QByteArray(16, '\1')})
             .add({"y.cdt", "tile", Unix, 0,
                   u16(0x7075) + u16(12) + '\1' + u32(crc32("y.cdt")) + "new.cdt"})
@@ -303,7 +303,7 @@ void ZipDirectoryTest::damageIsSurvivedAtEveryByte()
 
 void ZipDirectoryTest::everyCutIsSurvived()
 {
-    const QByteArray whole = RawZip().add({"a/3/x.cdt", "tile"}).add({"y.cdt", "other"}).bytes();
+    const QByteArray whole = ListedZip().add({"a/3/x.cdt", "tile"}).add({"y.cdt", "other"}).bytes();
 
     for (int size = 0; size < whole.size(); ++size)
         QVERIFY(!entriesOf(whole.left(size)));
@@ -312,7 +312,7 @@ void ZipDirectoryTest::everyCutIsSurvived()
 void ZipDirectoryTest::aReaderThatFailsGivesNoList()
 {
     const QByteArray whole =
-        RawZip().add({"x.cdt", QByteArray(30000, 't')}).bytes(QByteArray(16000, 'c'));
+        ListedZip().add({"x.cdt", QByteArray(30000, 't')}).bytes(QByteArray(16000, 'c'));
     for (const int answers : {0, 1}) {
         int left = answers;
         const auto reader = readerOf(whole);
