@@ -252,21 +252,22 @@ void CliDryRunTest::theSameVersionIsUpToDate()
 
 void CliDryRunTest::aDryUpdateFailsAsTheUpdateWould_data()
 {
-    QTest::addColumn<QByteArray>("archive");
+    QTest::addColumn<bool>("damaged");
     QTest::addColumn<int>("code");
-    QTest::newRow("an archive that is missing") << QByteArray() << 4;
-    QTest::newRow("an archive that is damaged") << QByteArray("damaged") << 1;
+    QTest::newRow("an archive that is missing") << false << 4;
+    QTest::newRow("an archive that is damaged") << true << 1;
 }
 
 void CliDryRunTest::aDryUpdateFailsAsTheUpdateWould()
 {
-    QFETCH(QByteArray, archive);
+    QFETCH(bool, damaged);
     QFETCH(int, code);
     publishNewVersion();
     const QString path = maps->content.archivePath(QStringLiteral("FI"));
+    const int size = int(QFileInfo(path).size()); // another one would be a fault of the server's
     QVERIFY(QFile::remove(path));
-    if (!archive.isEmpty())
-        TestFile::write(path, archive);
+    if (damaged)
+        TestFile::write(path, QByteArray(size, 'x'));
 
     const ProgramRun dry = maps->run(words("update --dry-run"));
     const ProgramRun json = maps->run(words("update --dry-run --json"));
