@@ -86,7 +86,7 @@ private:
                           QStringLiteral("Reached the client"), QStringLiteral("Packets"),
                           QStringLiteral("Lost"), QStringLiteral("Damaged"),
                           QStringLiteral("Overtaken"), QStringLiteral("Blocked"),
-                          QStringLiteral("Requests"), QStringLiteral("Outcome")}};
+                          QStringLiteral("Answers ended"), QStringLiteral("Outcome")}};
 };
 
 void NetnsTest::initTestCase()
