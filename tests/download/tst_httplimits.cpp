@@ -120,7 +120,7 @@ void HttpLimitsTest::estimatesATimeForAnySizeThatAServerClaims()
     Server server;
     const qint64 claim = std::numeric_limits<qint64>::max();
     server.add("/a", bytes(1000),
-               {Server::WrongRangeTotal(claim) | Server::Drip(1, 50) | Server::StallAfter(20)});
+               {Server::WrongRangeTotal(claim) | Server::Drip(1, 50) | Server::StallAfter(400)});
     TestEngine engine;
     engine.start();
 

@@ -131,8 +131,8 @@ struct LongRig : UiRig
         return nullptr;
     }
 
-    /** Name and place of the topmost row. */
-    QString firstInSight()
+    /** Name and place of the topmost row; Qt 5 may set it a few pixels off. */
+    QPair<QString, qreal> firstInSight()
     {
         window->grabWindow();
         QString name;
@@ -145,7 +145,7 @@ struct LongRig : UiRig
             name = item->property("text").toString();
             top = y;
         }
-        return QStringLiteral("%1 at %2").arg(name).arg(top);
+        return {name, top};
     }
 };
 
@@ -341,10 +341,10 @@ void UiSmoothTest::aScrolledListStaysWhereItIsWhenTheCatalogueHasChanged()
     Reader reader(&rig);
     for (int i = 0; i < 20; ++i)
         rig.key(Qt::Key_PageDown);
-    const QString before = rig.firstInSight();
+    const auto before = rig.firstInSight();
     QTRY_VERIFY(rig.list()->property("shown").toInt() > ExtraRegions);
     const int rows = rig.list()->property("shown").toInt();
-    QVERIFY(before.startsWith(QLatin1String("Region ")));
+    QVERIFY(before.first.startsWith(QLatin1String("Region ")));
 
     const QString path =
         QDir(rig.session->catalog()->tessarinDirectory())
@@ -358,7 +358,9 @@ void UiSmoothTest::aScrolledListStaysWhereItIsWhenTheCatalogueHasChanged()
     rig.session->catalog()->updateCatalog();
     QTRY_COMPARE_WITH_TIMEOUT(rig.list()->property("shown").toInt(), rows + 50, UiRig::Long);
 
-    QCOMPARE(rig.firstInSight(), before);
+    const auto after = rig.firstInSight();
+    QCOMPARE(after.first, before.first);
+    QVERIFY2(qAbs(after.second - before.second) < 10, qPrintable(QString::number(after.second)));
 }
 
 UI_TEST_MAIN(UiSmoothTest)
