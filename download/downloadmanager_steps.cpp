@@ -16,7 +16,6 @@
 #include <QFileInfo>
 #include <QMutexLocker>
 #include <system_error>
-#include <unistd.h>
 
 namespace {
 
@@ -86,10 +85,7 @@ bool copyWhole(const QString &source, const QString &target)
     std::filesystem::copy_file(QFile::encodeName(source).constData(),
                                QFile::encodeName(target).constData(),
                                std::filesystem::copy_options::overwrite_existing, error);
-    if (error)
-        return false;
-    QFile copy(target);
-    return copy.open(QIODevice::ReadWrite) && ::fsync(copy.handle()) == 0;
+    return !error && DiskSync::file(target);
 }
 
 // rename() puts the file in place of an older one in one step. Between two file systems a copy is
