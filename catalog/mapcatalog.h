@@ -73,11 +73,17 @@ public:
 
     /** Both views run the event loop first, see MapRegion::createDeclarativeList(). */
     QQmlListProperty<MapRegion> installedRegions();
+    /** The regions of the catalogue file; empty before the first load and if it cannot be read. */
     QQmlListProperty<MapRegion> availableRegions();
+    /** The maps version, "26.11.21.00"; empty if the content file is missing or damaged. */
     QString installedMapsVersion() const;
+    /** The map-object version, "1.0.23.7"; shorter or empty if config.cfg is short or missing. */
     QString installedMOSVersion() const;
+    /** DataRoot::cities() when the folders were taken; without a slash at the end. */
     QString mapBaseDirectory() const;
+    /** The folder of the catalogue, names and content files; without a slash at the end. */
     QString tessarinDirectory() const;
+    /** Whether an updateCatalog() is under way; calls meanwhile are skipped or wait. */
     bool bussy() const;
 
     /** Whether there are a content file, a catalogue and a region-name file to load. */
@@ -201,12 +207,19 @@ public:
 Q_SIGNALS:
     /** Never emitted; kept for handlers that QML may have. */
     void updateFinished();
+    /** A load has read the content file. Not after addInstalledRegion() and its opposite. */
     void installedRegionsChanged();
+    /** A load has read the catalogue and the region names. */
     void availableRegionsChanged();
+    /** The version was stored or read again, also if it is the same as before. */
     void installedMapsVersionChanged();
+    /** The version was stored or read again, also if it is the same as before. */
     void installedMOSVersionChanged();
+    /** The folders were taken anew, by initialize() and the like, also if they are the same. */
     void mapBaseDirectoryChanged();
+    /** Comes behind mapBaseDirectoryChanged(), for the same reasons. */
     void tessarinDirectoryChanged();
+    /** updateCatalog() begins or ends. */
     void bussyChanged();
 
 private:

@@ -46,21 +46,36 @@ public:
     /** Makes an empty region. Runs the event loop once, as createDeclarativeList() does. */
     explicit MapRegion(const QString &id);
 
+    /** The identifier that the constructor was given; the key in every file and call. */
     QString id() const;
+    /** The name in the catalogue file; empty until the catalogue has called setName(). */
     QString name() const;
+    /**
+     * The tiles below the tile-cache folder, as the content file (with a separator in front) or
+     * the caller of addInstalledRegion() names them; empty until setFileList().
+     */
     QStringList fileList() const;
+    /** The name in the user's language; empty means that name() is to be shown. */
     QString localizedName() const;
+    /** Whether the region counts as installed; false at first. Says nothing about the files. */
     bool installed() const;
+    /** The regions nested in this one; empty for a leaf. A view that lives as long as this does. */
     QQmlListProperty<MapRegion> children() const;
+    /** Whether the region is listed below another one; false at first. */
     bool hasParent() const;
+    /** Size of the archive on the server, in bytes; 0 when unknown. */
     qint64 downloadSize() const;
+    /** Address of the archive as the catalogue file has it, which may be a relative one. */
     QString downloadUrl() const;
     /** Size once installed, in bytes; 0 when unknown. Not shown to QML. */
     qint64 installationSize() const;
 
     /** Emits nameChanged(), like every emitting setter here also when the value stays the same. */
     void setName(const QString &name);
+    /** Emits localizedNameChanged(); the catalogue calls it when it has read the region names. */
     void setLocalizedName(const QString &localizedName);
+    /** Emits installedChanged(). Only marks the region: files and lists are the catalogue's work.
+     */
     void setInstalled(bool installed);
     /** Keeps the entries that contain ".cdt" anywhere, drops the others, emits fileListChanged().
      */
@@ -99,14 +114,24 @@ public:
     static MapRegion *at(QQmlListProperty<MapRegion> *property, VexaCompat::ListIndex index);
 
 Q_SIGNALS:
+    /** Never emitted: the identifier does not change. */
     void idChanged();
+    /** During a load, when the region-name file has been read. */
     void localizedNameChanged();
+    /** While the catalogue file is read, before QML can see the region. */
     void nameChanged();
+    /** The region was installed or updated, or a load has found its tiles. Not at a removal. */
     void fileListChanged();
+    /** The region was installed, updated (then twice: false, true) or removed, or loaded as such.
+     */
     void installedChanged();
+    /** While the catalogue file is read, before QML can see the region. */
     void childrenChanged();
+    /** Never emitted; see setHasParent(). */
     void hasParentChanged();
+    /** Never emitted; see setSize(). */
     void downloadSizeChanged();
+    /** Never emitted; see setDownloadUrl(). */
     void downloadUrlChanged();
 
 private:

@@ -36,8 +36,11 @@ public:
     /** Takes over the texts as set() does. */
     CityIndex &operator=(const CityIndex &other);
 
+    /** The identifier of the city package; empty in a record that was made without texts. */
     QString id() const;
+    /** The name to show, in whatever language it was added with. */
     QString name() const;
+    /** The version text as it was added. */
     QString version() const;
 
     /**
@@ -47,7 +50,9 @@ public:
     void set(const QString &id, const QString &name, const QString &version);
     /** Emits idChanged(), like every setter here also when the value stays the same. */
     void setId(const QString &id);
+    /** Emits nameChanged(). Writes no file: CityIndexList::addCityIndex() does. */
     void setName(const QString &name);
+    /** Emits versionChanged(). Writes no file: CityIndexList::addCityIndex() does. */
     void setVersion(const QString &version);
 
     /**
@@ -57,8 +62,11 @@ public:
     static void registerType();
 
 Q_SIGNALS:
+    /** The identifier was set, at each update of the entry too, where it stays the same. */
     void idChanged();
+    /** The name was set; comes behind idChanged() when the entry is updated. */
     void nameChanged();
+    /** The version was set; the last of the three when the entry is updated. */
     void versionChanged();
 
 private:

@@ -33,6 +33,7 @@ public:
     /** Makes the folder if it is missing and loads the list; writes no file. */
     explicit CityIndexList(const QString &pathSuffix = QString(), QObject *parent = nullptr);
 
+    /** The number of entries; 0 also when the file is missing or cannot be read. */
     int count() const;
 
     /**
@@ -73,6 +74,7 @@ public:
     QMap<QString, CityIndex> &getCityIndexList();
 
 Q_SIGNALS:
+    /** An entry was added, or the list was loaded (then also if the number is the same). */
     void countChanged();
 
 private:

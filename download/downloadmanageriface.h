@@ -88,15 +88,22 @@ public:
     void suspend(SuspensionCause cause);
     /** Resumes if this cause may; emits the same signals. */
     void resume(SuspensionCause cause);
+    /** Whether the engine is suspended; true while there is no engine. GUI thread. */
     bool suspended();
+    /** Whether recovery() was ever emitted; false at first. */
     bool isInRecovery();
+    /** What setHasWiFi() was given last; false at first. */
     bool hasWifiConnection() const;
     /** The last value given to allowGprsConnection(); false at first. */
     bool doAllowGprsConnection();
     /** For the host's network code: tells the interface and the engine whether there is Wi-Fi. */
     void setHasWiFi(bool hasWiFi);
+    /**
+     * What the last unpack that finished has made, for MapCatalog::addInstalledRegion(): paths in
+     * the archive, folders among them. Empty at first and after an unpack that failed.
+     */
     QStringList getUnpackedFileList() const;
-    /** Replaces the list. */
+    /** Replaces the list and emits unpackedFileListChanged(). */
     void setUnpackedFileList(const QStringList &list);
     /** Asks the file system of DataRoot::mountPoint(); 0 on failure. */
     quint64 getFreeSpace();
@@ -124,23 +131,35 @@ Q_SIGNALS:
     void recovery(bool isSuspended);
     /** The queue changed. May be emitted in the worker thread; QML is told in its own. */
     void requestsChanged();
+    /** Follows each setHasWiFi(), and once more when the engine has been told. */
     void hasWifiConnectionChanged();
     /** Follows suspend() and resume(), with the state that the engine is in now. */
     void isSuspended(bool suspended);
+    /** There is a new list, right behind finished() with operation 3. */
     void unpackedFileListChanged();
+    /** The engine was suspended or resumed, by a call or by the network's state. */
     void isSuspendedChanged();
 
 public Q_SLOTS:
     // The strings are named the other way round than in the signals: they are passed on by
     // position, and both declarations are relied on.
+    /**
+     * What the worker connects the engine's finished() to: emits finished() with the same values,
+     * and for operation 3 takes over the list of files. The first text is the address.
+     */
     void onFinished(int operation, const QString &id, const QString &url);
+    /** Emits progress() with the engine's values; the first text is the address. */
     void onProgress(int operation, const QString &id, const QString &url, qint64 bytesReceived,
                     qint64 bytesTotal, qint64 estimatedTime);
+    /** Logs a warning and emits error() with the engine's values. */
     void onError(int operation, const QString &id, int error, const QString &url);
+    /** Makes isInRecovery() true for good and emits recovery(). */
     void onRecovery(bool isSuspended);
+    /** Takes over the state that the engine was told and emits hasWifiConnectionChanged(). */
     void onWifiConnectionChanged(bool hasWifiConnection);
     /** Does nothing; a place to connect the state of a network session to. */
     void onSessionStateChanged(int state);
+    /** Emits isSuspendedChanged(). What the property shows is asked of the engine itself. */
     void onNotifySuspended(bool suspended = false);
     /** Aborts the running transfer; to be called before Worker::stop(). */
     void prepareToDestroy();

@@ -39,6 +39,7 @@ class VEXA_EXPORT Request
 public:
     /** A request that asks for nothing: null id and address, type 0. */
     Request() = default;
+    /** A request with these values; they are not checked. See the members below. */
     Request(const QString &id, int type, const QVariant &payload, const QString &url,
             int state = StateNew);
 

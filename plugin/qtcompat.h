@@ -24,14 +24,14 @@
  */
 namespace VexaCompat {
 
-// QQmlListProperty counts and indexes in qsizetype since Qt 6.
+/** The type of lengths and indexes in a QQmlListProperty, which is qsizetype since Qt 6. */
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
 using ListIndex = qsizetype;
 #else
 using ListIndex = int;
 #endif
 
-// The style of Qt Quick's controls that adds nothing of its own has another name since Qt 6.
+/** The style of Qt Quick's controls that adds nothing of its own; Qt 6 has renamed it. */
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
 inline constexpr char PlainControlsStyle[] = "Basic";
 #else

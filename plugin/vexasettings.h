@@ -44,11 +44,15 @@ public:
     class VEXA_EXPORT Locker
     {
     public:
+        /** Waits until no other thread holds one; makes the object if there is none. */
         Locker();
+        /** Gives the settings free; what was not synced stays in memory. */
         ~Locker();
         Q_DISABLE_COPY(Locker)
 
+        /** The settings, for as long as the locker lives. */
         QSettings &operator*() const { return *m_settings; }
+        /** The settings, for as long as the locker lives; never null. */
         QSettings *operator->() const { return m_settings; }
 
     private:
