@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <limits>
 #include <QByteArray>
 #include <QCoreApplication>
@@ -23,6 +24,15 @@ extern char **environ;
 namespace {
 
 const QLatin1String peakKey("peakMemory");
+const QLatin1String wallKey("wall");
+const QLatin1String cpuKey("cpu");
+
+double secondsOf(clockid_t clock)
+{
+    timespec now = {};
+    clock_gettime(clock, &now);
+    return double(now.tv_sec) + double(now.tv_nsec) / 1e9;
+}
 
 // Bytes; the kernel's "VmHWM:     1234 kB".
 double peakMemory()
@@ -86,6 +96,8 @@ public:
                        + QString::fromLocal8Bit(output));
         const QByteArray lastLine = output.mid(output.trimmed().lastIndexOf('\n') + 1);
         cost.told = QJsonDocument::fromJson(lastLine).object();
+        cost.wall = cost.told.value(wallKey).toDouble(cost.wall);
+        cost.cpu = cost.told.value(cpuKey).toDouble(cost.cpu);
         // What the system counts for a child begins with what its parent held; of ours we know
         // better.
         if (cost.told.contains(peakKey))
@@ -157,6 +169,17 @@ void tell(QJsonObject told)
     told.insert(peakKey, peakMemory());
     std::printf("\n%s\n", QJsonDocument(told).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
+}
+
+Stopwatch::Stopwatch()
+    : m_wall(secondsOf(CLOCK_MONOTONIC))
+    , m_cpu(secondsOf(CLOCK_PROCESS_CPUTIME_ID))
+{ }
+
+QJsonObject Stopwatch::figures() const
+{
+    return {{wallKey, secondsOf(CLOCK_MONOTONIC) - m_wall},
+            {cpuKey, secondsOf(CLOCK_PROCESS_CPUTIME_ID) - m_cpu}};
 }
 
 Ratios comparePairs(const std::function<Cost()> &ours, const std::function<Cost()> &peers,

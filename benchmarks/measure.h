@@ -31,8 +31,25 @@ Cost measureProgram(const QString &program, const QStringList &arguments);
 /** The same with this program itself: what its main() does for `--work NAME ARGUMENTS`. */
 Cost measureSelf(const QStringList &arguments);
 
-/** Prints what a child tells its parent, its peak of memory with it; call it last, even if empty. */
+/** Prints what a child tells its parent, its peak of memory with it; call it last, even if empty.
+ */
 void tell(QJsonObject told = {});
+
+/**
+ * Times a part of a program's work from its making on, so that a short one does not drown in what
+ * it takes to start a program. What it tells stands in the Cost instead of the whole program's.
+ */
+class Stopwatch
+{
+public:
+    Stopwatch();
+    /** Wall and processor time until now, for tell(). */
+    QJsonObject figures() const;
+
+private:
+    double m_wall;
+    double m_cpu;
+};
 
 /** The ratios of our cost to the peer's; each the median of all pairs. */
 struct Ratios
