@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+// Each snippet of doc/qml.md prints what stands below it there.
+#include "catalog/mapcatalog.h"
+#include "catalog/mapdata.h"
+#include "cityindex/cityindexlist.h"
+#include "doc/pages.h"
+#include "download/runningworker.h"
+#include "plugin/logger.h"
+#include "testutils/archivebuilder.h"
+#include "testutils/logcatcher.h"
+#include "testutils/nginxserver.h"
+#include <QQmlComponent>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QtTest>
+
+namespace {
+
+const char Version[] = "26.11.21.00";
+
+/** The device and the host that the page speaks of. */
+class Device
+{
+public:
+    Device()
+    {
+        writeContent();
+        QSettings settings(QStringLiteral("Orvel"), QStringLiteral("Maps"));
+        settings.setValue(QStringLiteral("vexa/vexaBaseURI"),
+                          QStringLiteral("https://maps.example.org/map5/"));
+        settings.sync();
+        catalog = std::make_unique<MapCatalog>();
+        catalog->updateCatalog();
+        cities = std::make_unique<CityIndexList>();
+        worker = std::make_unique<RunningWorker>();
+        worker->goOnline();
+        deliverEvents(); // what the engine has to say of that
+
+        engine.addImportPath(QStringLiteral(VEXA_QML_DIR));
+        QQmlContext *context = engine.rootContext();
+        context->setContextProperty(QStringLiteral("catalog"), catalog.get());
+        context->setContextProperty(QStringLiteral("cities"), cities.get());
+        context->setContextProperty(QStringLiteral("downloads"), &worker->iface());
+    }
+
+    MapData data;
+    NginxServer server;
+    std::unique_ptr<MapCatalog> catalog;
+    std::unique_ptr<CityIndexList> cities;
+    std::unique_ptr<RunningWorker> worker;
+    QQmlEngine engine;
+
+private:
+    QByteArray file(const char *id, const char *name, int size, const QByteArray &nested = {})
+    {
+        return QByteArray("<File Id=\"") + id + "\" Description=\"" + name + "\" ZipFileSize=\""
+            + QByteArray::number(size) + "\" Link=\""
+            + server.url(QByteArray("/") + id + ".zip").toUtf8() + "\">" + nested + "</File>\n";
+    }
+
+    void writeContent()
+    {
+        writeFile(data.catalogFile(Version),
+                  "<Catalog>\n" + file("FI", "Finland", 362597, file("AX", "\xc3\x85land", 9000))
+                      + file("SE", "Sweden", 620714) + "</Catalog>\n");
+        writeFile(data.namesFile(),
+                  "<regions><region id=\"FI\" name=\"Suomi\"/>"
+                  "<region id=\"SE\" name=\"Sverige\"/></regions>\n");
+        QByteArray content = contentXml({{"SE", {"b/4/n59e018.cdt"}}});
+        writeFile(data.contentFile(), content.replace("1.2", Version));
+        data.makeTile("b/4/n59e018.cdt");
+        ArchiveBuilder builder;
+        builder.addFile(QStringLiteral("a/3/n60e024.cdt"), "tile");
+        server.add(QStringLiteral("/FI.zip"), readFile(builder.make(QStringLiteral("FI.zip"))));
+    }
+};
+
+/** What the page prints. Not what Qt says of a reply that fails while it is read: a slip of its
+ * own.
+ */
+QString printed(const LogCatcher &log)
+{
+    QString all;
+    const QList<LogLine> lines = log.lines();
+    for (const LogLine &line : lines) {
+        if (!line.text.startsWith(QLatin1String("QNetworkReplyImplPrivate::")))
+            all += line.text.trimmed() + QLatin1Char('\n');
+    }
+    return all;
+}
+
+} // namespace
+
+class QmlSnippetsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void snippetPrintsWhatThePageSays_data();
+    void snippetPrintsWhatThePageSays();
+    void everyPropertyOfEveryClassIsOnThePage_data();
+    void everyPropertyOfEveryClassIsOnThePage();
+};
+
+void QmlSnippetsTest::snippetPrintsWhatThePageSays_data()
+{
+    QTest::addColumn<QString>("snippet");
+    QTest::addColumn<QString>("output");
+    const QList<Block> blocks = blocksOf(QStringLiteral("qml.md"));
+    QVERIFY(blocks.size() >= 16);
+    for (int i = 0; i + 1 < blocks.size(); i += 2) {
+        QCOMPARE(blocks.at(i).language, QStringLiteral("qml"));
+        QCOMPARE(blocks.at(i + 1).language, QStringLiteral("text"));
+        QTest::addRow("%s, line %d", qPrintable(blocks.at(i).heading), blocks.at(i).line)
+            << blocks.at(i).text << blocks.at(i + 1).text;
+    }
+    QCOMPARE(blocks.size() % 2, 0);
+}
+
+void QmlSnippetsTest::snippetPrintsWhatThePageSays()
+{
+    QFETCH(QString, snippet);
+    QFETCH(QString, output);
+    Device device;
+    const LogCatcher log(L::Off); // the snippet about the logger raises it
+
+    QQmlComponent component(&device.engine);
+    component.setData(snippet.toUtf8(), QUrl(QStringLiteral("file:///Page.qml")));
+    const std::unique_ptr<QObject> page(component.create());
+    QVERIFY2(page, qPrintable(component.errorString()));
+
+    QTRY_COMPARE_WITH_TIMEOUT(printed(log), output, 30000);
+    QVERIFY(device.worker->waitForEmptyQueue());
+    deliverEvents();
+    QCOMPARE(printed(log), output); // and nothing more
+}
+
+void QmlSnippetsTest::everyPropertyOfEveryClassIsOnThePage_data()
+{
+    QTest::addColumn<const QMetaObject *>("type");
+    for (const QMetaObject *type :
+         {&MapCatalog::staticMetaObject, &MapRegion::staticMetaObject,
+          &DownloadManagerIface::staticMetaObject, &CityIndexList::staticMetaObject,
+          &CityIndex::staticMetaObject, &L::staticMetaObject})
+        QTest::newRow(type->className()) << type;
+}
+
+void QmlSnippetsTest::everyPropertyOfEveryClassIsOnThePage()
+{
+    QFETCH(const QMetaObject *, type);
+    const QString page = QString::fromUtf8(readFile(QStringLiteral(VEXA_DOC_DIR "/qml.md")));
+
+    for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {
+        const QMetaProperty property = type->property(i);
+        const auto names = {QByteArray(property.name()), property.notifySignal().name()};
+        for (const QByteArray &name : names) {
+            // In a table, by itself or behind its class.
+            const QRegularExpression word(
+                QStringLiteral("\\|.*`(%1\\.)?%2`")
+                    .arg(QLatin1String(type->className()), QString::fromLatin1(name)));
+            const bool unsaid = name == "nameChanged" || name == "idChanged"
+                || name == "childrenChanged" || name == "hasParentChanged"
+                || name == "downloadSizeChanged" || name == "downloadUrlChanged";
+            QVERIFY2(name.isEmpty() || unsaid || word.match(page).hasMatch(), name.constData());
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(QmlSnippetsTest)
+#include "tst_qmlsnippets.moc"
