@@ -98,7 +98,6 @@ class QmlSnippetsTest : public QObject
 private Q_SLOTS:
     void snippetPrintsWhatThePageSays_data();
     void snippetPrintsWhatThePageSays();
-    void everyPropertyOfEveryClassIsOnThePage_data();
     void everyPropertyOfEveryClassIsOnThePage();
 };
 
@@ -135,33 +134,30 @@ void QmlSnippetsTest::snippetPrintsWhatThePageSays()
     QCOMPARE(printed(log), output); // and nothing more
 }
 
-void QmlSnippetsTest::everyPropertyOfEveryClassIsOnThePage_data()
+void QmlSnippetsTest::everyPropertyOfEveryClassIsOnThePage()
 {
-    QTest::addColumn<const QMetaObject *>("type");
+    const QString page = QString::fromUtf8(readFile(QStringLiteral(VEXA_DOC_DIR "/qml.md")));
+    // Those whose signals are never emitted, or not once a page can see the object.
+    const QByteArrayList silent {"idChanged",        "nameChanged",        "childrenChanged",
+                                 "hasParentChanged", "downloadUrlChanged", "downloadSizeChanged"};
+
     for (const QMetaObject *type :
          {&MapCatalog::staticMetaObject, &MapRegion::staticMetaObject,
           &DownloadManagerIface::staticMetaObject, &CityIndexList::staticMetaObject,
-          &CityIndex::staticMetaObject, &L::staticMetaObject})
-        QTest::newRow(type->className()) << type;
-}
-
-void QmlSnippetsTest::everyPropertyOfEveryClassIsOnThePage()
-{
-    QFETCH(const QMetaObject *, type);
-    const QString page = QString::fromUtf8(readFile(QStringLiteral(VEXA_DOC_DIR "/qml.md")));
-
-    for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {
-        const QMetaProperty property = type->property(i);
-        const auto names = {QByteArray(property.name()), property.notifySignal().name()};
-        for (const QByteArray &name : names) {
-            // In a table, by itself or behind its class.
-            const QRegularExpression word(
-                QStringLiteral("\\|.*`(%1\\.)?%2`")
-                    .arg(QLatin1String(type->className()), QString::fromLatin1(name)));
-            const bool unsaid = name == "nameChanged" || name == "idChanged"
-                || name == "childrenChanged" || name == "hasParentChanged"
-                || name == "downloadSizeChanged" || name == "downloadUrlChanged";
-            QVERIFY2(name.isEmpty() || unsaid || word.match(page).hasMatch(), name.constData());
+          &CityIndex::staticMetaObject}) {
+        QVERIFY(type->propertyCount() > type->propertyOffset());
+        for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {
+            const QMetaProperty property = type->property(i);
+            QByteArrayList names {property.name()};
+            if (property.hasNotifySignal() && !silent.contains(property.notifySignal().name()))
+                names.append(property.notifySignal().name());
+            for (const QByteArray &name : names) {
+                // In a table, by itself or behind its class.
+                const QRegularExpression word(
+                    QStringLiteral("\\|.*`(%1\\.)?%2`")
+                        .arg(QLatin1String(type->className()), QString::fromLatin1(name)));
+                QVERIFY2(word.match(page).hasMatch(), type->className() + ("." + name));
+            }
         }
     }
 }
