@@ -1,11 +1,14 @@
 # SPDX-License-Identifier: MIT
 # What the pages in doc/ say is run, read and compared here, straight from the pages.
 function(vexa_add_page_test name)
-    vexa_add_test(doc/${name})
+    vexa_add_test(doc/${name} ${ARGN})
     target_compile_definitions(tst_${name} PRIVATE VEXA_DOC_DIR="${PROJECT_SOURCE_DIR}/doc")
 endfunction()
 
 vexa_add_page_test(qmlsnippets)
+if(VEXA_BUILD_HOST)
+    vexa_add_page_test(filespage LIBRARIES vexa_host)
+endif()
 
 add_test(NAME doc/loglines
     COMMAND "${VEXA_SYSTEM_PYTHON}" -B -m unittest test_loglines
