@@ -61,13 +61,11 @@ void HostPageTest::init()
     TestFile::write(path("config/Orvel/Maps.conf"), "[vexa]\nvexaBaseURI=" + base + '\n');
     const QString folder = path("cities/Tessarin/");
     TestFile::write(folder + QLatin1String("catalog-26.11.21.00.xml"),
-                    "<Catalog>\n"
+                    "<Catalog Version=\"26.11.21.00\">\n"
+                    "<File Id=\"UN150\" Description=\"Europe\" ZipFileSize=\"1\" Link=\"E.zip\">\n"
                     "<File Id=\"FI\" Description=\"Finland\" ZipFileSize=\"1\" Link=\"FI.zip\"/>\n"
                     "<File Id=\"SE\" Description=\"Sweden\" ZipFileSize=\"1\" Link=\"SE.zip\"/>\n"
-                    "</Catalog>\n");
-    TestFile::write(folder + QLatin1String("regionname-lang-001.xml"),
-                    "<regions><region id=\"FI\" name=\"Suomi\"/>"
-                    "<region id=\"SE\" name=\"Sverige\"/></regions>\n");
+                    "</File></Catalog>\n");
     TestFile::write(folder + QLatin1String("content.xml"),
                     "<directory map-version=\"26.11.21.00\"><diskcache/><regions/></directory>\n");
     ArchiveBuilder builder;
@@ -126,7 +124,7 @@ void HostPageTest::hostSaysWhatFailed()
 {
     const QString printed = run(QStringLiteral("SE"));
 
-    QCOMPARE(printed, QStringLiteral("- Suomi\n- Sverige\nSE failed with code 1\n"));
+    QCOMPARE(printed, QStringLiteral("- Finland\n- Sweden\n- Europe\nSE failed with code 1\n"));
     QCOMPARE(m_status, 1);
     QVERIFY(!TestFile::read(path("cities/Tessarin/content.xml")).contains("1SE"));
 }
