@@ -10,9 +10,12 @@ if(VEXA_BUILD_HOST)
     vexa_add_page_test(filespage LIBRARIES vexa_host)
 endif()
 
-add_test(NAME doc/loglines
-    COMMAND "${VEXA_SYSTEM_PYTHON}" -B -m unittest test_loglines
-    WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/doc")
+foreach(name IN ITEMS links loglines)
+    add_test(NAME doc/${name}
+        COMMAND "${VEXA_SYSTEM_PYTHON}" -B -m unittest test_${name}
+        WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/doc")
+    set_tests_properties(doc/${name} PROPERTIES ENVIRONMENT "LC_ALL=C.UTF-8")
+endforeach()
 
 # The host of host.md is built as it stands there: with the options of a host and not with ours.
 if(NOT VEXA_SANITIZE)

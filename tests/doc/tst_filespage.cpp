@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The examples of doc/files.md, each read with the library's own reader, and written back.
+// The examples of doc/files.md and doc/content-server.md, each read with the library's own reader,
+// and written back.
 #include "catalog/mapcatalog.h"
 #include "catalog/mapdata.h"
 #include "cityindex/cityindexlist.h"
@@ -21,14 +22,14 @@
 
 namespace {
 
-QByteArray example(const QString &file)
+QByteArray example(const QString &heading, const QString &page = QStringLiteral("files.md"))
 {
-    const QList<Block> blocks = blocksOf(QStringLiteral("files.md"));
+    const QList<Block> blocks = blocksOf(page);
     for (const Block &block : blocks) {
-        if (block.heading == file)
+        if (block.heading == heading)
             return block.text.toUtf8();
     }
-    qFatal("no example of %s", qPrintable(file));
+    qFatal("no example of %s", qPrintable(heading));
 }
 
 /** The keys in the table below a heading; N stands for a number. */
@@ -112,7 +113,7 @@ private Q_SLOTS:
     void pendingInstallsAreReadAndWrittenBack();
     void stateOfTheUpdateIsReadAndWrittenBack();
     void unfinishedRemovalsAreRead();
-    void linksLeadToHeadings();
+    void examplesOfTheContentServerAreRead();
 
 private:
     void writeCatalogFiles() const
@@ -305,25 +306,24 @@ void FilesPageTest::unfinishedRemovalsAreRead()
     QCOMPARE(RegionRemoval::unfinished(), QStringList {QStringLiteral("SE")});
 }
 
-// A link inside a page ends at the heading's name as GitHub makes it.
-void FilesPageTest::linksLeadToHeadings()
+void FilesPageTest::examplesOfTheContentServerAreRead()
 {
-    const QString page = QString::fromUtf8(readFile(QStringLiteral(VEXA_DOC_DIR "/files.md")));
-    QStringList headings;
-    static const QRegularExpression dropped(QStringLiteral("[^a-z0-9 _-]"));
-    const QStringList lines = page.split(QLatin1Char('\n'));
-    for (const QString &line : lines) {
-        if (line.startsWith(QLatin1String("## ")))
-            headings.append(
-                line.mid(3).toLower().remove(dropped).replace(QLatin1Char(' '), QLatin1Char('-')));
-    }
-    static const QRegularExpression link(QStringLiteral("\\]\\(#([^)]+)\\)"));
-    auto found = link.globalMatch(page);
-    QVERIFY(found.hasNext());
-    while (found.hasNext()) {
-        const QString target = found.next().captured(1);
-        QVERIFY2(headings.contains(target), qPrintable(target));
-    }
+    const QString folder = m_data->catalogFolder() + QLatin1Char('/');
+    const QByteArray content = example(QStringLiteral("content.xml"));
+    writeFile(folder + QLatin1String("content.xml"), content);
+    const QString page = QStringLiteral("content-server.md");
+    writeFile(folder + QLatin1String("catalog-26.11.21.00.xml"),
+              example(QStringLiteral("Catalogue"), page));
+    writeFile(folder + QLatin1String("regionname-lang-001.xml"),
+              example(QStringLiteral("Names"), page));
+    MapCatalog catalog;
+
+    catalog.updateCatalog();
+
+    const MapRegion *finland = catalog.region(QStringLiteral("FI"));
+    QVERIFY(finland && finland->hasParent());
+    QCOMPARE(finland->localizedName(), QStringLiteral("Suomi"));
+    QCOMPARE(catalog.region(QStringLiteral("EU"))->downloadSize(), 791272);
 }
 
 QTEST_GUILESS_MAIN(FilesPageTest)
