@@ -80,7 +80,7 @@ bool UnpackFolder::makeFolder(const QString &name)
     if (!makePath(path))
         return false;
     // Also when it was there before: what the archive lists is taken back if it is empty.
-    m_folders.push_back(toPath(path));
+    m_folders.push_back(path.toStdString());
     return true;
 }
 
@@ -89,7 +89,7 @@ bool UnpackFolder::keep(TemporaryFile &file, const QString &name)
     const QString path = pathOf(name);
     if (!file.renameTo(path))
         return false;
-    m_files.push_back(toPath(path));
+    m_files.push_back(path.toStdString());
     return true;
 }
 
@@ -97,17 +97,16 @@ void UnpackFolder::removeMade()
 {
     m_plain = m_path.toStdString(); // links may have come since
     std::error_code ignored; // what cannot be removed stays, as promised
-    for (const fs::path &file : m_files) {
+    for (const fs::path file : m_files) {
         if (leadsInside(file.parent_path()) && !fs::is_directory(file, ignored))
             fs::remove(file, ignored);
     }
 
     // The longer path first: a folder goes after those in it, wherever the archive listed them.
-    std::sort(m_folders.begin(), m_folders.end(), [](const fs::path &a, const fs::path &b) {
-        return a.native().size() > b.native().size();
-    });
+    std::sort(m_folders.begin(), m_folders.end(),
+              [](const std::string &a, const std::string &b) { return a.size() > b.size(); });
     const fs::path destination = toPath(m_path);
-    for (const fs::path &folder : m_folders) {
+    for (const fs::path folder : m_folders) {
         // The destination itself ("./" in many archives) is the caller's. A link is not ours.
         const bool ours = leadsInside(folder.parent_path()) && !fs::is_symlink(folder, ignored)
             && fs::is_directory(folder, ignored) && !fs::equivalent(folder, destination, ignored);
@@ -177,9 +176,11 @@ bool UnpackFolder::makePath(const QString &path)
 {
     std::error_code error;
     const fs::path whole = toPath(path);
+    if (fs::is_directory(whole, error)) // of nearly every file of an archive
+        return true;
     for (fs::path part = whole; !fs::exists(part, error) && part.has_relative_path();
          part = part.parent_path())
-        m_folders.push_back(part);
+        m_folders.push_back(part.native());
     fs::create_directories(whole, error);
     return fs::is_directory(whole, error);
 }

@@ -60,8 +60,9 @@ private:
     QString m_path;
     bool m_contained;
     std::string m_plain; // no link between the folder and this path in it, as far as it exists
-    std::vector<std::filesystem::path> m_files;
-    std::vector<std::filesystem::path> m_folders;
+    // Not as paths, which keep each of their parts as one more path: there can be many files.
+    std::vector<std::string> m_files;
+    std::vector<std::string> m_folders;
 };
 
 #endif

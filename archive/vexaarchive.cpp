@@ -2,7 +2,7 @@
 #include "archive/vexaarchive.h"
 
 #include "archive/archivenames_p.h"
-#include "archive/gzipcheck_p.h"
+#include "archive/gzipsource_p.h"
 #include "archive/temporaryfile_p.h"
 #include "archive/unpackfolder_p.h"
 #include "plugin/logger.h"
@@ -108,11 +108,13 @@ bool VexaArchive::unpack(QString destination)
     quint64 total = 0;
     // For an archive that does not open, the first of the two has told so already. It is meant to
     // come twice.
-    if (!getUncompressedSize(total) || !checkSumHolds() || !startRead()) {
+    if (!getUncompressedSize(total) || !startRead()) {
         Q_EMIT finished(m_error);
         return false;
     }
 
+    if (m_gzip)
+        m_gzip->trustCheckSums(); // all of them were right a moment ago
     const bool complete = unpackEntries(total);
     finishRead();
     if (m_error == CancelledError)
@@ -146,20 +148,17 @@ bool VexaArchive::getUncompressedSize(quint64 &size)
         sum += quint64(archive_entry_size(entry));
         result = nextHeader(m_handle.get(), &entry);
     }
-    const bool complete = result == ARCHIVE_EOF;
-    if (complete)
-        size = sum;
-    else
+    bool whole = result == ARCHIVE_EOF;
+    if (!whole)
         failByLibrary(IterationError, QStringLiteral("Archive iteration error: "));
+    else if (m_gzip && !m_gzip->isSoundToTheEnd())
+        whole =
+            fail(IterationError,
+                 QStringLiteral("Archive iteration error: the packed data has another check sum"));
+    if (whole)
+        size = sum;
     finishRead();
-    return complete;
-}
-
-bool VexaArchive::checkSumHolds()
-{
-    return GzipCheck::isSound(m_archivePath)
-        || fail(IterationError,
-                QStringLiteral("Archive iteration error: the packed data has another check sum"));
+    return whole;
 }
 
 bool VexaArchive::startRead()
@@ -176,8 +175,12 @@ bool VexaArchive::startRead()
     // Both only warn, about formats that need a program to be installed.
     archive_read_support_filter_all(m_handle.get());
     archive_read_support_format_all(m_handle.get());
+    m_gzip = GzipSource::open(m_archivePath);
     const QByteArray path = m_archivePath.toUtf8();
-    if (archive_read_open_filename(m_handle.get(), path.constData(), ReadBlockSize) == ARCHIVE_OK)
+    const int result = m_gzip
+        ? m_gzip->openArchive(m_handle.get())
+        : archive_read_open_filename(m_handle.get(), path.constData(), ReadBlockSize);
+    if (result == ARCHIVE_OK)
         return true;
     failByLibrary(OpenError, QStringLiteral("Could not open the archive: "));
     finishRead();
@@ -187,6 +190,7 @@ bool VexaArchive::startRead()
 void VexaArchive::finishRead()
 {
     m_handle.reset();
+    m_gzip.reset();
 }
 
 quint64 VexaArchive::extract(QIODevice &device, quint64 &bytesDone, quint64 total)

@@ -10,6 +10,7 @@
 #include <QString>
 #include <QStringList>
 
+class GzipSource;
 class QIODevice;
 class UnpackFolder;
 struct archive;
@@ -23,9 +24,8 @@ struct archive_entry;
  * a program may use one by itself. It has no parent and belongs to whoever made it. Everything
  * must be called in the thread that unpacks; cancel() alone may come from any thread.
  *
- * unpack() blocks. It reads the archive twice, first for the sum of the sizes and then for the
- * data (one packed with gzip a third time in between, for the check sum, which libarchive would
- * not look at):
+ * unpack() blocks. It reads the archive twice, first for the sum of the sizes (and for the check
+ * sum of one packed with gzip, which libarchive would not look at) and then for the data:
  *
  *   closed -- startRead() --> open -- headers and data --> open -- finishRead() --> closed
  *
@@ -95,9 +95,9 @@ public:
 
     /**
      * Adds up the sizes of all entries, in bytes, by reading the archive once to its end. Folders
-     * can have a size too (in ISO images), so that progress() may end below the sum. On failure
-     * returns false and leaves size alone; when the archive cannot be opened, finished() is
-     * emitted as well.
+     * can have a size too (in ISO images), so that progress() may end below the sum. On failure,
+     * also if data packed with gzip has another check sum, returns false and leaves size alone;
+     * when the archive cannot be opened, finished() is emitted as well.
      */
     bool getUncompressedSize(quint64 &size);
     /** Opens the archive at its first entry and forgets an earlier cancel(). */
@@ -154,7 +154,6 @@ private:
         void operator()(archive *handle) const;
     };
 
-    bool checkSumHolds();
     bool unpackEntries(quint64 total);
     bool unpackEntry(archive_entry *entry, quint64 &bytesDone, quint64 total);
     bool unpackFile(const QString &name, quint64 size, quint64 &bytesDone, quint64 total);
@@ -166,6 +165,7 @@ private:
     ArchiveError m_error = NoError;
     QString m_errorString;
     QStringList m_unpackedFiles;
+    std::unique_ptr<GzipSource> m_gzip; // what the handle reads of, if the archive is packed so
     std::unique_ptr<archive, Closer> m_handle; // open while it is set
     std::atomic<bool> m_cancelled {false};
     QString m_archivePath;

@@ -54,9 +54,6 @@ private Q_SLOTS:
     void warningOfTheLibraryIsAnError();
     void headerDamagedOnTheWayEndsTheUnpackAsIfItWereTheEnd();
     void flippedByteInAZipIsAReadError();
-    void gzipWithAWrongCheckSumIsAnIterationError_data();
-    void gzipWithAWrongCheckSumIsAnIterationError();
-    void gzipInPiecesIsUnpacked();
     void encryptedArchiveIsAReadError_data();
     void encryptedArchiveIsAReadError();
     void shortDataIsAReadErrorThatShowsCountsAsCharacters();
@@ -209,43 +206,6 @@ void ArchiveFailuresTest::flippedByteInAZipIsAReadError()
     QCOMPARE(unpacking.results(), QList<int> {3});
     QVERIFY(unpacking.archive.errorString().contains(QLatin1String("CRC")));
     QCOMPARE(unpacking.found(), QStringList());
-}
-
-void ArchiveFailuresTest::gzipWithAWrongCheckSumIsAnIterationError_data()
-{
-    QTest::addColumn<int>("fromTheEnd");
-    QTest::newRow("check sum") << 8;
-    QTest::newRow("size") << 4;
-}
-
-void ArchiveFailuresTest::gzipWithAWrongCheckSumIsAnIterationError()
-{
-    QFETCH(int, fromTheEnd);
-    m_builder->addFile(QStringLiteral("f"), "data");
-    const QString path = m_builder->make(QStringLiteral("a.tar.gz"));
-    TestFile::patch(path, QFileInfo(path).size() - fromTheEnd, "?");
-    Unpacking unpacking(path);
-
-    QVERIFY(!unpacking.run());
-
-    QCOMPARE(unpacking.results(), QList<int> {2});
-    QVERIFY(unpacking.archive.errorString().contains(QLatin1String("check sum")));
-    QCOMPARE(unpacking.found(), QStringList());
-}
-
-void ArchiveFailuresTest::gzipInPiecesIsUnpacked()
-{
-    // As two packed files behind each other, and with what some tools fill up their blocks with.
-    m_builder->addFile(QStringLiteral("f"), "data");
-    const QByteArray first = TestFile::read(m_builder->make(QStringLiteral("a.tar.gz")));
-    const QString empty = ArchiveBuilder().make(QStringLiteral("b.tar.gz"));
-    Unpacking unpacking(m_builder->write(QStringLiteral("c.tar.gz"),
-                                         first + TestFile::read(empty) + QByteArray(512, '\0')));
-
-    QVERIFY2(unpacking.run(), qPrintable(unpacking.archive.errorString()));
-
-    QCOMPARE(unpacking.results(), QList<int> {0});
-    QCOMPARE(unpacking.found(), QStringList {QStringLiteral("f")});
 }
 
 void ArchiveFailuresTest::encryptedArchiveIsAReadError_data()
