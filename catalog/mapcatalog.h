@@ -66,7 +66,10 @@ class VEXA_EXPORT MapCatalog : public QObject
     Q_PROPERTY(bool bussy READ bussy NOTIFY bussyChanged)
 
 public:
-    /** Makes the folders if they are missing and reads the versions, but not the catalogue. */
+    /**
+     * Makes the folders if they are missing and reads the versions, but not the catalogue. The
+     * path suffix is empty for the main data set. Failures show later, as files that are not there.
+     */
     explicit MapCatalog(const QString &pathSuffix = QString(), QObject *parent = nullptr);
     /** Deletes the regions. */
     ~MapCatalog() override;
@@ -86,7 +89,10 @@ public:
     /** Whether an updateCatalog() is under way; calls meanwhile are skipped or wait. */
     bool bussy() const;
 
-    /** Whether there are a content file, a catalogue and a region-name file to load. */
+    /**
+     * Whether there are a content file, a catalogue of the installed maps version and a region-name
+     * file for the device's language. Looks at names only, not into the files.
+     */
     Q_INVOKABLE bool catalogFilesExist();
 
     /** Loads available and installed regions anew. If it is running already, logs and returns. */

@@ -55,7 +55,10 @@ public:
     explicit DownloadManagerIface(Worker *worker);
     ~DownloadManagerIface() override;
 
-    /** Asks the server whether it answers; ends in finished() with operation 1 and an empty id. */
+    /**
+     * Asks the server whether it answers; ends in finished() with operation 1 and an empty id,
+     * whatever the answer. A server that is silent for the heartbeat's time ends it without one.
+     */
     Q_INVOKABLE void testDownload(const QString &url);
     /**
      * Downloads a file and moves it to destDir; with unzip, unpacks it first and moves what came
@@ -69,11 +72,14 @@ public:
     Q_INVOKABLE void suspend();
     /** Resumes at the user's request, if there is a network that may be used. */
     Q_INVOKABLE void resume();
-    /** Cancels what was asked for with this address; an empty one cancels everything. */
+    /**
+     * Cancels what was asked for with this address; an empty one cancels everything. The partial
+     * file goes. An unpack or a move that is under way is let run. Does nothing without an engine.
+     */
     Q_INVOKABLE void cancel(const QString &url = QString());
     /** Cancels everything. */
     Q_INVOKABLE void cancelAll();
-    /** Whether the mobile network may be used. */
+    /** Whether the mobile network may be used; false at first, and not kept over a restart. */
     Q_INVOKABLE void allowGprsConnection(bool allow);
     /** The same as the property requests. */
     Q_INVOKABLE QVariantList getRequests();
@@ -120,14 +126,23 @@ public:
                                 const QStringList &list);
 
 Q_SIGNALS:
-    /** A step ended; for operation 3 it comes twice. */
+    /**
+     * A step ended: well, or for operations 3 and 4 also badly, behind error(). For operation 3 it
+     * comes twice. The address is the one that was asked for, the id empty for a test.
+     */
     void finished(int operation, const QString &url, const QString &id);
-    /** At most once a second; bytes, and the remaining time in ms (0 if unknown). */
+    /**
+     * At most once a second: bytes so far and of the whole (0 or -1 if unknown), and the remaining
+     * time in ms (0 if unknown, always for operations 3 and 4).
+     */
     void progress(int operation, const QString &url, const QString &id, qint64 bytesReceived,
                   qint64 bytesTotal, qint64 estimatedTime);
-    /** A step failed. */
+    /**
+     * A step failed; the codes are in the class comment. The steps behind it are queued still:
+     * cancel(url) takes them out.
+     */
     void error(int operation, const QString &id, int error, const QString &url);
-    /** There is work of an earlier run. */
+    /** There is work of an earlier run. The engine does not emit it at present. */
     void recovery(bool isSuspended);
     /** The queue changed. May be emitted in the worker thread; QML is told in its own. */
     void requestsChanged();

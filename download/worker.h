@@ -53,7 +53,7 @@ public:
     void resume();
     /** Cancels the requests with this address; an empty one means all. */
     void cancel(const QString &url);
-    /** Whether the mobile network may be used; false until somebody allows it. */
+    /** Whether the mobile network may be used; false until somebody allows it, at each start. */
     void allowGprsConnection(bool allow);
 
     /**
@@ -75,10 +75,13 @@ public:
      * Takes effect with the next unpack.
      */
     void setContainedUnpack(bool contained);
-    /** Time without progress after which a transfer is sent again, in ms; before the start. */
+    /**
+     * Time without progress after which a transfer is sent again, in ms; 5000 by default. Takes
+     * effect at the start of the thread.
+     */
     void setHeartbeatInterval(int ms);
 
-    /** Lets the calling thread sleep. */
+    /** Lets the calling thread sleep for so many ms. Any thread. */
     static void threadSleep(unsigned long ms);
 
     /**
