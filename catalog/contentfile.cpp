@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: MIT
+// The reading half of contentfile_p.h.
 #include "catalog/contentfile_p.h"
 
-#include "catalog/tilefile_p.h"
 #include "plugin/xmlfilereader_p.h"
-#include "plugin/xmlfilewriter_p.h"
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QSet>
-#include <QXmlStreamWriter>
 
 namespace {
-
-using XmlFileWriter::writable;
 
 const QLatin1String Directory("directory");
 const QLatin1String MapVersion("map-version");
@@ -126,53 +119,4 @@ ContentFile::Tables ContentFile::readTables(const QString &path)
         }
     }
     return tables;
-}
-
-QByteArray ContentFile::write(const QString &mapVersion, const QDir &tileCacheFolder,
-                              const QList<QFileInfo> &tiles, const QList<Region> &regions)
-{
-    QByteArray bytes;
-    QXmlStreamWriter xml(&bytes);
-    xml.setAutoFormatting(true);
-    xml.setAutoFormattingIndent(1);
-
-    xml.writeStartElement(Directory);
-    xml.writeAttribute(MapVersion, writable(mapVersion));
-    xml.writeStartElement(DiskCache);
-    for (const QFileInfo &tile : tiles) {
-        const QString path = tileCacheFolder.relativeFilePath(tile.absoluteFilePath());
-        xml.writeEmptyElement(Tile);
-        xml.writeAttribute(Name, writable(tile.baseName()));
-        xml.writeAttribute(Path, writable(TileFile::contentPath(path)));
-        QCoreApplication::processEvents();
-    }
-    xml.writeEndElement();
-    xml.writeStartElement(Regions);
-    for (const Region &region : regions) {
-        xml.writeStartElement(RegionElement);
-        xml.writeAttribute(Id, writable(QLatin1Char('1') + region.id));
-        xml.writeAttribute(Name, writable(region.name));
-        for (const QString &entry : region.fileList) {
-            xml.writeEmptyElement(Tile);
-            xml.writeAttribute(Name, writable(TileFile::key(entry)));
-            // The name above is but a character; only the path tells the next start which file.
-            xml.writeAttribute(Path, writable(TileFile::contentPath(entry)));
-        }
-        xml.writeEndElement();
-        QCoreApplication::processEvents();
-    }
-    xml.writeEndElement();
-    xml.writeEndElement();
-    xml.writeEndDocument();
-    // The writer has begun with a line feed of its own.
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>" + bytes;
-}
-
-QByteArray ContentFile::writeEmpty(const QString &mapVersion)
-{
-    const QString text =
-        QLatin1String("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<directory map-version=\"")
-        + writable(mapVersion).toHtmlEscaped()
-        + QLatin1String("\">\n<diskcache/>\n<regions/>\n</directory>");
-    return text.toUtf8();
 }

@@ -2,15 +2,13 @@
 #ifndef VEXA_CONTENTFILE_P_H
 #define VEXA_CONTENTFILE_P_H
 
+#include "catalog/tiletree_p.h"
 #include "vexa_export.h"
 #include <QByteArray>
 #include <QHash>
 #include <QList>
 #include <QString>
 #include <QStringList>
-
-class QFileInfo;
-class QDir;
 
 /**
  * The form of "content.xml": what its elements mean, and nothing of when it is read or written.
@@ -49,8 +47,8 @@ VEXA_EXPORT Tables readTables(const QString &path);
  * The bytes of the file. Runs the event loop after each tile and each region, so it must not be
  * given anything that can end meanwhile. Exported for the fuzzing.
  */
-VEXA_EXPORT QByteArray write(const QString &mapVersion, const QDir &tileCacheFolder,
-                             const QList<QFileInfo> &tiles, const QList<Region> &regions);
+VEXA_EXPORT QByteArray write(const QString &mapVersion, const QList<TileTree::Folder> &folders,
+                             const QList<Region> &regions);
 
 /** The bytes of a file of this version that lists neither tiles nor regions. */
 QByteArray writeEmpty(const QString &mapVersion);

@@ -124,10 +124,10 @@ public:
         const QMutexLocker lock(&m_mutex);
         return m_counts.value(path);
     }
-    void add(const QString &path)
+    quint64 add(const QString &path)
     {
         const QMutexLocker lock(&m_mutex);
-        ++m_counts[path];
+        return ++m_counts[path];
     }
 
 private:
@@ -232,35 +232,32 @@ void MapCatalogProcessor::updateLocalContent(const QString &contentFilePath,
     // Everything is copied: the event loop may end the regions, their catalogue and this.
     const QString path = contentFilePath;
     const QString version = mapVersion;
-    const QDir tileCacheFolder(tileCachePath);
+    const QString tileCache = QDir(tileCachePath).absolutePath();
     QList<ContentFile::Region> regions;
     for (const MapRegion *region : installedRegions)
         regions.append({region->id(), region->name(), region->fileList()});
     const quint64 writtenBefore = writeCounts()->of(path);
 
-    const QList<QFileInfo> tiles = findInstalledTiles(tileCacheFolder);
-    const QByteArray bytes = ContentFile::write(version, tileCacheFolder, tiles, regions);
+    const QList<TileTree::Folder> tiles = TileTree::scan(tileCache);
+    const QByteArray bytes = ContentFile::write(version, tiles, regions);
 
     if (writeCounts()->of(path) != writtenBefore)
         return;
-    writeCounts()->add(path);
-    XmlFileWriter::replace(path, bytes);
+    const quint64 written = writeCounts()->add(path);
+    XmlFileWriter::replace(path, bytes, [&] {
+        QCoreApplication::processEvents();
+        return writeCounts()->of(path) == written;
+    });
 }
 
 QList<QFileInfo> MapCatalogProcessor::findInstalledTiles(const QDir &tileCacheFolder) const
 {
     const QDir root(tileCacheFolder); // a copy, for the same reason
     QList<QFileInfo> tiles;
-    if (!root.exists())
-        return tiles;
-    const QString digits = QStringLiteral("0123456789abcdef");
-    for (const QChar first : digits) {
-        for (const QChar second : digits) {
-            const QDir folder(root.absoluteFilePath(QString(first) + QLatin1Char('/') + second));
-            if (folder.exists())
-                tiles += folder.entryInfoList({QStringLiteral("*.cdt")}, QDir::Files, QDir::Name);
-            QCoreApplication::processEvents();
-        }
+    const QList<TileTree::Folder> folders = TileTree::scan(root.absolutePath());
+    for (const TileTree::Folder &folder : folders) {
+        for (const QString &tile : folder.tiles)
+            tiles.append(QFileInfo(root.absoluteFilePath(folder.path + QLatin1Char('/') + tile)));
     }
     return tiles;
 }

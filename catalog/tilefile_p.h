@@ -17,6 +17,12 @@ namespace TileFile {
  */
 QString normalized(const QString &entry);
 
+/**
+ * As normalized(), into a text that keeps its room from call to call: for one look at hundreds of
+ * thousands of entries.
+ */
+void normalize(const QString &entry, QString *path);
+
 /** The entry as the content file writes it, "\a\3\x.cdt". */
 QString contentPath(const QString &entry);
 

@@ -61,18 +61,20 @@ QStringList tilesOf(const Content &content, const QString &id)
 
 QByteArray written(const Content &content)
 {
-    const QDir folder(QStringLiteral("/tiles"));
     QStringList paths;
     for (QString path : content.tables.tilePaths)
-        paths.append(path.replace(QLatin1Char('\\'), QLatin1Char('/')));
+        paths.append(
+            QDir::cleanPath(QLatin1Char('/') + path.replace(QLatin1Char('\\'), QLatin1Char('/'))));
     paths.sort();
-    QList<QFileInfo> tiles;
-    for (const QString &path : std::as_const(paths))
-        tiles.append(QFileInfo(QLatin1String("/tiles/") + path));
+    QList<TileTree::Folder> folders;
+    for (const QString &path : std::as_const(paths)) {
+        const auto slash = path.lastIndexOf(QLatin1Char('/'));
+        folders.append({path.left(slash), {path.mid(slash + 1)}});
+    }
     QList<ContentFile::Region> regions;
     for (const QString &id : content.ids)
         regions.append({id, id, tilesOf(content, id)});
-    return ContentFile::write(content.version, folder, tiles, regions);
+    return ContentFile::write(content.version, folders, regions);
 }
 
 QStringList describedEntries(const QMap<QString, CityIndex> &entries)

@@ -2,6 +2,7 @@
 #ifndef VEXA_XMLFILEWRITER_P_H
 #define VEXA_XMLFILEWRITER_P_H
 
+#include <functional>
 #include <QByteArray>
 #include <QString>
 
@@ -19,8 +20,12 @@ QString writable(QString text);
  * Puts the bytes in place of the file, all or nothing, with the mode and the owner of the old one;
  * a link stays a link. If the folder takes no new file, the old one is overwritten. If neither can
  * be done the old file stays as it was, and nothing is reported.
+ *
+ * A large file goes to the disk in pieces, each of which takes no longer than a frame of the user
+ * interface may. After each of them goesOn is called; if it returns false, the old file stays.
  */
-void replace(const QString &path, const QByteArray &bytes);
+void replace(const QString &path, const QByteArray &bytes,
+             const std::function<bool()> &goesOn = nullptr);
 
 } // namespace XmlFileWriter
 

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 vexa_add_test(catalog/contentcrash TIMEOUT 600)
 vexa_add_test(catalog/contentfile)
+vexa_add_test(catalog/contentwriting)
 vexa_add_test(catalog/damagedxml TIMEOUT 900)
 vexa_add_test(catalog/localizationtools)
 vexa_add_test(catalog/mapcatalog)
