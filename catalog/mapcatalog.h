@@ -259,6 +259,8 @@ private:
     };
     using Self = QPointer<MapCatalog>; // null once the event loop or a slot has deleted us
 
+    class UsedFiles;
+
     struct Paths
     {
         QString contentFile;
@@ -305,7 +307,7 @@ private:
     void uninstall(const QString &id);
     bool deleteReplacedFiles(const QString &id, const QStringList &fileList, quint64 change);
     bool deleteUnsharedFiles(const QString &id, quint64 change);
-    QSet<QString> filesOfOthers(const QString &id) const;
+    bool findUsedFiles(const QString &id, quint64 change, UsedFiles *files);
     QSet<QString> filesToCome() const;
     bool markNotInstalled(const QString &id, quint64 change);
     bool markInstalled(const QString &id, const QStringList &fileList, quint64 change);

@@ -33,6 +33,39 @@ void deleteTileFile(const QString &tileCache, const QString &entry, QLatin1Strin
 
 } // namespace
 
+/** Which of one region's files others use as well. */
+class MapCatalog::UsedFiles
+{
+public:
+    explicit UsedFiles(const QStringList &entries)
+    {
+        for (const QString &entry : entries)
+            m_own.insert(TileFile::normalized(entry));
+    }
+
+    void forget() { m_used.clear(); }
+
+    // A look at each entry of all others: only those that are the region's, too, are kept.
+    void note(const QStringList &othersEntries)
+    {
+        for (const QString &entry : othersEntries) {
+            TileFile::normalize(entry, &m_path);
+            if (m_own.contains(m_path))
+                m_used.insert(*m_own.constFind(m_path));
+        }
+    }
+
+    bool contains(const QString &entry) const
+    {
+        return m_used.contains(TileFile::normalized(entry));
+    }
+
+private:
+    QSet<QString> m_own;
+    QSet<QString> m_used;
+    QString m_path; // keeps its room
+};
+
 void MapCatalog::updateCatalog()
 {
     if (m_bussy) {
@@ -326,16 +359,19 @@ bool MapCatalog::deleteUnsharedFiles(const QString &id, quint64 change)
     const Self self(this);
     const QString tileCache = m_tileCacheFolderPath;
     const QLatin1String caller("(deleteInstalledRegion)");
-    QSet<QString> used = filesOfOthers(id);
+    const QStringList entries = m_regionIndex.value(id)->fileList();
+    UsedFiles used(entries);
+    if (!findUsedFiles(id, change, &used))
+        return false;
     quint64 usedRevision = m_installedRevision;
 
-    const QStringList entries = m_regionIndex.value(id)->fileList();
     for (QString entry : entries) {
         if (usedRevision != m_installedRevision) {
-            used = filesOfOthers(id);
+            if (!findUsedFiles(id, change, &used))
+                return false;
             usedRevision = m_installedRevision;
         }
-        if (used.contains(TileFile::normalized(entry))) {
+        if (used.contains(entry)) {
             L::og()->trace(caller + QLatin1String(" will KEEP the file ") + tileCache + Slash
                            + entry + QLatin1String(" as it's used"));
         } else {
@@ -351,18 +387,29 @@ bool MapCatalog::deleteUnsharedFiles(const QString &id, quint64 change)
 
 // Asking checkIfFileCanBeDeleted() for each entry would take the square of the entries, and would
 // miss that a region installed in this session spells a file otherwise than one that was loaded.
-QSet<QString> MapCatalog::filesOfOthers(const QString &id) const
+// False if the change was overtaken.
+bool MapCatalog::findUsedFiles(const QString &id, quint64 change, UsedFiles *files)
 {
-    QSet<QString> files = filesToCome();
-    for (const MapRegion *region : m_installedRegions) {
-        // What two deletions, one inside the other, share must not be left over.
-        if (region->id() == id || m_uninstalling.contains(region->id()))
-            continue;
-        const QStringList entries = region->fileList();
-        for (const QString &entry : entries)
-            files.insert(TileFile::normalized(entry));
-    }
-    return files;
+    const Self self(this);
+    quint64 revision = 0;
+    do {
+        revision = m_installedRevision;
+        files->forget();
+        for (const Call &call : std::as_const(m_remembered))
+            files->note(call.fileList); // on the disk already, for an installation that waits
+        const QList<MapRegion *> regions = m_installedRegions;
+        for (const MapRegion *region : regions) {
+            // What two deletions, one inside the other, share must not be left over.
+            if (region->id() != id && !m_uninstalling.contains(region->id()))
+                files->note(region->fileList());
+            QCoreApplication::processEvents();
+            if (!self || !isLatestChange(id, change))
+                return false;
+            if (revision != m_installedRevision)
+                break; // what is installed has changed meanwhile
+        }
+    } while (revision != m_installedRevision);
+    return true;
 }
 
 // The files of installations that wait for this change are on the disk already.
