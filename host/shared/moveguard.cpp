@@ -50,17 +50,10 @@ void MoveGuard::expectSize(const QString &id, int attempt, qint64 bytes)
     m_expected.insert(key(id, attempt), bytes);
 }
 
-qint64 MoveGuard::otherSize(const QString &id, int attempt)
-{
-    const QMutexLocker lock(&m_mutex);
-    return m_otherSize.value(key(id, attempt), -1);
-}
-
 void MoveGuard::forget(const QString &id, int attempt)
 {
     const QMutexLocker lock(&m_mutex);
     m_expected.remove(key(id, attempt));
-    m_otherSize.remove(key(id, attempt));
     m_refused.remove(key(id, attempt));
     m_moving.remove(key(id, attempt));
 }
@@ -98,14 +91,16 @@ void MoveGuard::onDownloaded(const QString &id, int attempt)
         return; // cancelled just now
     const QString archive = queue.first().payload.toString();
     const qint64 size = QFileInfo(archive).size();
-    const QMutexLocker lock(&m_mutex);
-    const qint64 expected = m_expected.value(key(id, attempt));
-    if (expected <= 0 || size == expected)
-        return;
-    m_otherSize.insert(key(id, attempt), size);
-    m_refused.insert(key(id, attempt));
+    {
+        const QMutexLocker lock(&m_mutex);
+        const qint64 expected = m_expected.value(key(id, attempt));
+        if (expected <= 0 || size == expected)
+            return;
+        m_refused.insert(key(id, attempt));
+    }
     // The unpack that would have removed it is about to be cancelled.
     QFile::remove(archive); // Only a leftover if it fails.
+    Q_EMIT otherSize(id, attempt, size);
 }
 
 void MoveGuard::onError(int operation, const QString &id, const QString &url)

@@ -44,11 +44,6 @@ public:
      * any number. Any thread.
      */
     void expectSize(const QString &id, int attempt, qint64 bytes);
-    /**
-     * The bytes that came in place of those that were expected; -1 if they were as many. Known as
-     * soon as the download is said to be finished. Any thread.
-     */
-    qint64 otherSize(const QString &id, int attempt);
 
     /** Forgets an attempt that is over. Any thread. */
     void forget(const QString &id, int attempt);
@@ -58,6 +53,14 @@ public:
      * files are moved. To be set before the worker starts.
      */
     std::function<void()> beforeMove;
+
+Q_SIGNALS:
+    /**
+     * An archive has come that does not have the expected size; nothing of it will be moved. From
+     * the worker's thread. It may reach the GUI thread behind the news that the download is
+     * finished, but always ahead of the error of the unpack.
+     */
+    void otherSize(const QString &id, int attempt, qint64 bytes);
 
 private:
     void watchEngine();
@@ -73,5 +76,4 @@ private:
     QSet<QString> m_refused;
     QSet<QString> m_moving;
     QHash<QString, qint64> m_expected; // bytes of the archive
-    QHash<QString, qint64> m_otherSize; // that came instead
 };

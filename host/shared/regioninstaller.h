@@ -185,7 +185,7 @@ private:
     void noteBroken(const QString &id);
     void takeUpBroken();
     void waitForNetwork(PendingInstall entry, const QString &id);
-    void onOtherSize(Run *run);
+    void onOtherSize(const QString &id, int attempt, qint64 bytes);
     void giveUp(Run *run, const RegionStatus &status);
     void onMoveFinished(const Run &run);
     void queueLookForVanished();

@@ -33,6 +33,8 @@ void RegionInstaller::connectEngine()
                    qint64 total) { onProgress(operation, url, id, bytes, total); });
     connect(m_iface, &DownloadManagerIface::finished, this, &RegionInstaller::onFinished);
     connect(m_iface, &DownloadManagerIface::error, this, &RegionInstaller::onError);
+    connect(&m_guard, &MoveGuard::otherSize, this, &RegionInstaller::onOtherSize,
+            Qt::QueuedConnection);
     connect(m_iface, &DownloadManagerIface::requestsChanged, this,
             &RegionInstaller::queueLookForVanished, Qt::QueuedConnection);
     connect(m_iface, &DownloadManagerIface::isSuspendedChanged, this,
@@ -101,10 +103,6 @@ void RegionInstaller::onFinished(int operation, const QString &url, const QStrin
         onMoveFinished(*run);
         return;
     }
-    if (operation == DownloadRequest && !run->dead && m_guard.otherSize(id, run->attempt) >= 0) {
-        onOtherSize(run);
-        return;
-    }
     // That an unpack is finished says nothing: it comes twice, and after a failure too. The move
     // tells when it begins.
     if (operation == DownloadRequest && !run->dead)
@@ -112,17 +110,22 @@ void RegionInstaller::onFinished(int operation, const QString &url, const QStrin
 }
 
 // What a log-in page or an end that is missing came to. Its archive is not worth unpacking.
-void RegionInstaller::onOtherSize(Run *run)
+void RegionInstaller::onOtherSize(const QString &id, int attempt, qint64 bytes)
 {
-    const MapRegion *region = m_catalog->region(run->id);
+    const auto run = std::find_if(m_runs.begin(), m_runs.end(), [&](const Run &candidate) {
+        return candidate.id == id && candidate.attempt == attempt;
+    });
+    if (run == m_runs.end() || run->dead)
+        return;
+    const MapRegion *region = m_catalog->region(id);
     RegionStatus status;
     status.state = RegionState::Failed;
     status.failure = FailureKind::Network;
     status.reason = tr("The server sent %1 bytes for %2, but the catalogue says %3; nothing was "
                        "changed. Is there a log-in page in between, or is the catalogue old?")
-                        .arg(QLocale().toString(m_guard.otherSize(run->id, run->attempt)), run->id,
+                        .arg(QLocale().toString(bytes), id,
                              QLocale().toString(region ? region->downloadSize() : 0));
-    giveUp(run, status);
+    giveUp(&*run, status);
 }
 
 // Before its files are moved.
