@@ -3,13 +3,11 @@
 #include "catalog/mapcatalog.h"
 #include "catalog/mapdata.h"
 #include "cityindex/cityindexlist.h"
-#include "doc/pages.h"
+#include "doc/snippets.h"
 #include "download/runningworker.h"
 #include "plugin/logger.h"
 #include "testutils/archivebuilder.h"
-#include "testutils/logcatcher.h"
 #include "testutils/nginxserver.h"
-#include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QtTest>
@@ -75,20 +73,6 @@ private:
     }
 };
 
-/** What the page prints. Not what Qt says of a reply that fails while it is read: a slip of its
- * own.
- */
-QString printed(const LogCatcher &log)
-{
-    QString all;
-    const QList<LogLine> lines = log.lines();
-    for (const LogLine &line : lines) {
-        if (!line.text.startsWith(QLatin1String("QNetworkReplyImplPrivate::")))
-            all += line.text.trimmed() + QLatin1Char('\n');
-    }
-    return all;
-}
-
 } // namespace
 
 class QmlSnippetsTest : public QObject
@@ -103,17 +87,7 @@ private Q_SLOTS:
 
 void QmlSnippetsTest::snippetPrintsWhatThePageSays_data()
 {
-    QTest::addColumn<QString>("snippet");
-    QTest::addColumn<QString>("output");
-    const QList<Block> blocks = blocksOf(QStringLiteral("qml.md"));
-    QVERIFY(blocks.size() >= 16);
-    for (int i = 0; i + 1 < blocks.size(); i += 2) {
-        QCOMPARE(blocks.at(i).language, QStringLiteral("qml"));
-        QCOMPARE(blocks.at(i + 1).language, QStringLiteral("text"));
-        QTest::addRow("%s, line %d", qPrintable(blocks.at(i).heading), blocks.at(i).line)
-            << blocks.at(i).text << blocks.at(i + 1).text;
-    }
-    QCOMPARE(blocks.size() % 2, 0);
+    addSnippets(QStringLiteral("qml.md"));
 }
 
 void QmlSnippetsTest::snippetPrintsWhatThePageSays()
@@ -123,10 +97,7 @@ void QmlSnippetsTest::snippetPrintsWhatThePageSays()
     Device device;
     const LogCatcher log(L::Off); // the snippet about the logger raises it
 
-    QQmlComponent component(&device.engine);
-    component.setData(snippet.toUtf8(), QUrl(QStringLiteral("file:///Page.qml")));
-    const std::unique_ptr<QObject> page(component.create());
-    QVERIFY2(page, qPrintable(component.errorString()));
+    const auto page = makePage(&device.engine, snippet);
 
     QTRY_COMPARE_WITH_TIMEOUT(printed(log), output, 30000);
     QVERIFY(device.worker->waitForEmptyQueue());
