@@ -27,8 +27,6 @@ if(TARGET vexa-maps-ui)
 endif()
 
 # The reference is made from what was installed; an undocumented public member fails here.
-find_program(VEXA_DOXYGEN doxygen REQUIRED)
-mark_as_advanced(VEXA_DOXYGEN)
 add_test(NAME install/reference
     COMMAND "${VEXA_SYSTEM_PYTHON}" -B -m unittest test_reference
     WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/install")
