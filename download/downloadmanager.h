@@ -174,6 +174,7 @@ private:
     void guardAgainstRepeat();
     void checkBody();
     void takeChunk();
+    void writeArrived();
     void endAttempt();
     void judgeWhole();
     bool isAllThere() const;

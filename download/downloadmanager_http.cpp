@@ -19,8 +19,10 @@ namespace {
 
 constexpr int WaitStep = 20; // ms between two looks at the flags while a reply is awaited
 constexpr int SuspendedStep = 1000; // ms between two looks while suspended
-constexpr qint64 ChunkSize = 4 * 1024 * 1024; // bytes that are written without further waiting
-constexpr qint64 ReplyBuffer = 8 * 1024 * 1024; // bytes that Qt may hold for us
+constexpr qint64 WorthWriting = 256 * 1024; // bytes that are written without further waiting
+// Bytes that Qt may hold for us, and as many again in its own thread. They keep the network busy
+// while the disk is waited for, and are what a download costs of memory.
+constexpr qint64 ReplyBuffer = 2 * 1024 * 1024;
 
 // What QFileInfo makes of an address may still be no name for a file, and a save file that can
 // never be opened would hold up the queue for good.
@@ -209,6 +211,7 @@ void DownloadManager::beginAttempt()
     d->bodyIgnored = false;
     d->writeFailed = false;
     d->replyBytes = 0;
+    d->unrecorded = false;
 }
 
 // Whether an earlier attempt has left nothing to do but to put the request away.
@@ -273,10 +276,11 @@ void DownloadManager::doDownloadReadyRead()
                        QStringLiteral("void DownloadManager::doDownloadReadyRead()"));
         return;
     }
-    // A chunk costs several syncs: small pieces wait for the next tick.
-    if (d->reply->bytesAvailable() >= ChunkSize || !d->chunkClock.isValid()
-        || d->chunkClock.elapsed() >= WaitStep)
+    // A chunk costs two syncs, so it is what comes between two ticks, at any speed.
+    if (!d->chunkClock.isValid() || d->chunkClock.elapsed() >= WaitStep)
         takeChunk();
+    else if (d->reply->bytesAvailable() >= WorthWriting)
+        writeArrived();
 }
 
 // Qt repeats a request by itself when the connection ends at a certain moment, and hands the body
@@ -331,8 +335,21 @@ void DownloadManager::checkBody()
     }
 }
 
-// Writes what the reply holds and, once it is written, counts it and puts the count on disk.
+// Writes what the reply holds and puts the count of what is written on disk.
 void DownloadManager::takeChunk()
+{
+    writeArrived();
+    if (!d->unrecorded || d->cancelled)
+        return;
+    d->unrecorded = false;
+    const VexaSettings::Locker settings;
+    d->download.serialize(*settings);
+    settings->sync();
+    d->chunkClock.start(); // behind the sync: a slow disk, too, is left alone for a while
+}
+
+// Writes what the reply holds and counts it once it is written.
+void DownloadManager::writeArrived()
 {
     if (!d->reply || d->current.type == TestDownloadRequest || d->attemptOver || d->cancelled
         || d->current.state != StateNew || d->reply->bytesAvailable() == 0)
@@ -340,22 +357,21 @@ void DownloadManager::takeChunk()
     checkBody();
     if (d->attemptOver)
         return;
-    const QByteArray chunk = d->reply->readAll();
-    d->replyBytes += chunk.size();
-    if (d->bodyIgnored)
+    if (d->bodyIgnored) {
+        d->replyBytes += d->reply->skip(d->reply->bytesAvailable());
         return;
-    if (!d->saveFile.append(chunk)) {
+    }
+    const qint64 written = d->saveFile.append(*d->reply);
+    if (written < 0) {
         L::og()->error(QLatin1String("Could not write to the save file ") + d->download.fileName
                        + QLatin1String(": ") + d->saveFile.errorString());
         d->writeFailed = true;
         endAttempt();
         return;
     }
-    d->download.bytesReceived += chunk.size();
-    d->chunkClock.start();
-    const VexaSettings::Locker settings;
-    d->download.serialize(*settings);
-    settings->sync();
+    d->replyBytes += written;
+    d->download.bytesReceived += written;
+    d->unrecorded = true;
 }
 
 // What the reply still holds or says does not matter any more.

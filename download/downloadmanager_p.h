@@ -54,7 +54,7 @@ public:
     SaveFile saveFile;
     QElapsedTimer transferClock; // since the request was sent
     QElapsedTimer loopClock; // since the last progress signal
-    QElapsedTimer chunkClock; // since the last chunk was written
+    QElapsedTimer chunkClock; // since the last chunk was recorded
     Download download;
     Request current; // copy of the queue's head
     QString urlText; // the transfer's address, the url argument of every signal
@@ -66,6 +66,7 @@ public:
     bool bodyIgnored = false; // its body is not the file
     bool attemptOver = false; // nothing of the reply is wanted any more
     bool writeFailed = false; // the save file could not take the last chunk
+    bool unrecorded = false; // bytes were written since the last chunk was recorded
     bool unfinished = false; // the record belongs to a request that stayed queued in this run
     qint64 replyBytes = 0; // bytes of this reply that were read
     qint64 knownTotal = 0; // the file's size as earlier attempts heard it, 0 if unknown

@@ -20,7 +20,7 @@ public:
     /** Opens the file for appending, making it if there is none. False leaves errorString(). */
     bool open(const QString &path);
     bool isOpen() const { return m_file.isOpen(); }
-    void close() { m_file.close(); }
+    void close();
 
     /** Bytes in the file. */
     qint64 size() const { return m_file.size(); }
@@ -29,10 +29,11 @@ public:
     bool cutTo(qint64 size);
 
     /**
-     * Appends the whole chunk and hands it to the system. False if any byte of it failed; the file
-     * is then closed and as long as it was before.
+     * Appends all that the source can give without waiting, as one chunk, and hands it to the
+     * system. Returns how many bytes that were. -1 if any of them failed: the file is then closed
+     * and as long as it was before.
      */
-    bool append(const QByteArray &chunk);
+    qint64 append(QIODevice &source);
 
     /** Removes a file, open or not. */
     static bool remove(const QString &path) { return QFile::remove(path); }
@@ -41,7 +42,8 @@ public:
     QString errorString() const { return m_errorString; }
 
 private:
-    QFile m_file;
+    QFile m_file; // without a buffer, in which bytes of a failed chunk would be stuck
+    QByteArray m_block; // what is on its way from source to file; empty while closed
     QString m_errorString;
 };
 
