@@ -47,8 +47,8 @@ VEXA_EXPORT Tables readTables(const QString &path);
  * The bytes of the file. Runs the event loop after each tile and each region, so it must not be
  * given anything that can end meanwhile. Exported for the fuzzing.
  */
-VEXA_EXPORT QByteArray write(const QString &mapVersion, const QList<TileTree::Folder> &folders,
-                             const QList<Region> &regions);
+VEXA_EXPORT QByteArray write(const QString &mapVersion, QList<TileTree::Folder> folders,
+                             QList<Region> regions);
 
 /** The bytes of a file of this version that lists neither tiles nor regions. */
 QByteArray writeEmpty(const QString &mapVersion);

@@ -107,9 +107,10 @@ void writeRegion(const ContentFile::Region &region, ContentBytes *bytes)
 
 } // namespace
 
-QByteArray ContentFile::write(const QString &mapVersion, const QList<TileTree::Folder> &folders,
-                              const QList<Region> &regions)
+QByteArray ContentFile::write(const QString &mapVersion, QList<TileTree::Folder> folders,
+                              QList<Region> regions)
 {
+    // What is written is given back at once: all of it together would take longer than a frame.
     ContentBytes bytes;
     bytes << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<directory map-version=\"" << mapVersion
           << "\">\n";
@@ -117,16 +118,19 @@ QByteArray ContentFile::write(const QString &mapVersion, const QList<TileTree::F
         bytes << " <diskcache/>\n";
     } else {
         bytes << " <diskcache>\n";
-        for (const TileTree::Folder &folder : folders)
+        for (TileTree::Folder &folder : folders) {
             writeFolder(folder, &bytes);
+            folder = {};
+        }
         bytes << " </diskcache>\n";
     }
     if (regions.isEmpty()) {
         bytes << " <regions/>\n";
     } else {
         bytes << " <regions>\n";
-        for (const Region &region : regions) {
+        for (Region &region : regions) {
             writeRegion(region, &bytes);
+            region = {};
             QCoreApplication::processEvents();
         }
         bytes << " </regions>\n";

@@ -149,6 +149,19 @@ QString editionName(const QString &mapVersion)
                                : QStringLiteral("qtn_maps_vexa_taiwan_international");
 }
 
+// Everything is copied: the event loop may end the regions, their catalogue and its processor.
+QByteArray contentBytes(const QString &mapVersion, const QList<MapRegion *> &installedRegions,
+                        const QString &tileCachePath)
+{
+    const QString version = mapVersion;
+    QList<ContentFile::Region> regions;
+    regions.reserve(installedRegions.size());
+    for (const MapRegion *region : installedRegions)
+        regions.append({region->id(), region->name(), region->fileList()});
+    QList<TileTree::Folder> tiles = TileTree::scan(QDir(tileCachePath).absolutePath());
+    return ContentFile::write(version, std::move(tiles), std::move(regions));
+}
+
 } // namespace
 
 MapCatalogProcessor::MapCatalogProcessor()
@@ -229,17 +242,9 @@ void MapCatalogProcessor::updateLocalContent(const QString &contentFilePath,
                                              const QList<MapRegion *> &installedRegions,
                                              const QString &tileCachePath) const
 {
-    // Everything is copied: the event loop may end the regions, their catalogue and this.
-    const QString path = contentFilePath;
-    const QString version = mapVersion;
-    const QString tileCache = QDir(tileCachePath).absolutePath();
-    QList<ContentFile::Region> regions;
-    for (const MapRegion *region : installedRegions)
-        regions.append({region->id(), region->name(), region->fileList()});
+    const QString path = contentFilePath; // a copy: the event loop may end the caller's
     const quint64 writtenBefore = writeCounts()->of(path);
-
-    const QList<TileTree::Folder> tiles = TileTree::scan(tileCache);
-    const QByteArray bytes = ContentFile::write(version, tiles, regions);
+    const QByteArray bytes = contentBytes(mapVersion, installedRegions, tileCachePath);
 
     if (writeCounts()->of(path) != writtenBefore)
         return;

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int PieceBytes = 512 * 1024;
+constexpr int PieceBytes = 1024 * 1024;
 
 void keepOwner(const QString &path, const QSaveFile &file)
 {
@@ -21,24 +21,39 @@ void keepOwner(const QString &path, const QSaveFile &file)
         fchmod(file.handle(), old.st_mode & 07777);
 }
 
-// Writes a piece and waits until the disk has it. Left to the end, that wait would be for all of
-// them at once. What fails here fails again when the file is committed, which waits once more.
-bool writePiece(QSaveFile *file, const QByteArray &piece)
+// Each piece is on its way to the disk while the next one is written; then it is waited for. Left
+// to the end, that wait would be for all of them at once. What fails on the way fails again when
+// the file is committed, which waits once more.
+void startWriting(const QSaveFile &file, qint64 begin)
 {
-    const qint64 begin = file->pos();
-    if (file->write(piece) != piece.size() || !file->flush())
-        return false;
-    sync_file_range(file->handle(), begin, piece.size(),
-                    SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER);
-    return true;
+    sync_file_range(file.handle(), begin, PieceBytes, SYNC_FILE_RANGE_WRITE);
+}
+
+void waitUntilWritten(const QSaveFile &file, qint64 begin)
+{
+    sync_file_range(file.handle(), begin, PieceBytes, SYNC_FILE_RANGE_WAIT_BEFORE);
+}
+
+// The old file's share of the memory goes in pieces, too; it would be given back all at once when
+// the new file takes its place.
+void forgetCached(const QFile &old, qint64 begin)
+{
+    posix_fadvise(old.handle(), begin, PieceBytes, POSIX_FADV_DONTNEED);
 }
 
 bool writeInPieces(QSaveFile *file, const QByteArray &bytes, const std::function<bool()> &goesOn)
 {
+    QFile old(file->fileName());
+    const bool isThere = old.open(QFile::ReadOnly);
     for (int at = 0; at < bytes.size(); at += PieceBytes) {
-        const auto size = qMin(PieceBytes, int(bytes.size()) - at);
-        if (!writePiece(file, QByteArray::fromRawData(bytes.constData() + at, size)))
+        const int size = qMin(PieceBytes, int(bytes.size()) - at);
+        if (file->write(bytes.constData() + at, size) != size || !file->flush())
             return false;
+        startWriting(*file, at);
+        if (at > 0)
+            waitUntilWritten(*file, at - PieceBytes);
+        if (isThere)
+            forgetCached(old, at);
         if (goesOn && !goesOn())
             return false;
     }

@@ -44,7 +44,7 @@ namespace {
 std::unique_ptr<MapRegion> largeRegion(const char *id)
 {
     QStringList tiles;
-    for (int i = 0; i < 40000; ++i)
+    for (int i = 0; i < 80000; ++i)
         tiles.append(QStringLiteral("a/3/a3%1.cdt").arg(i, 6, 16, QLatin1Char('0')));
     auto region = std::make_unique<MapRegion>(text(id));
     region->setFileList(tiles);
