@@ -25,7 +25,7 @@ foreach(language IN ITEMS en_GB de_DE fi_FI fr_FR es_ES ru_RU ja_JP zh_CN ar_EG)
         COMMAND vexa-maps-ui --self-test --locale ${language})
     set_tests_properties(ui/self_test_${language} PROPERTIES
         TIMEOUT 180
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;QT_LOGGING_RULES=")
+        ENVIRONMENT "${VEXA_TEST_ENVIRONMENT};QT_QUICK_BACKEND=software")
 endforeach()
 
 # Makes the pictures of doc/screenshots; run by tools/screenshots.
