@@ -3,7 +3,11 @@
 #include "catalog/contentfile_p.h"
 
 #include "plugin/xmlfilereader_p.h"
+#include <array>
+#include <QFile>
+#include <QHash>
 #include <QSet>
+#include <vector>
 
 namespace {
 
@@ -17,36 +21,137 @@ const QLatin1String Id("id");
 const QLatin1String Name("name");
 const QLatin1String Path("path");
 
-struct ListedTile
-{
-    QString name;
-    QString path; // empty if the file has none
-};
-using ListedTiles = QHash<QString, QList<ListedTile>>; // by plain id
+// Where the time for a whole pass begins to be felt.
+constexpr qint64 LongFileBytes = 256 * 1024;
 
-// Calls the function for every child element of the one that has just begun.
-template <typename Function> void forEachChild(XmlFileReader &xml, Function function)
+// Calls the function for every child element of the one that has just begun, until it gives false.
+// False then.
+template <typename Function> bool forEachChild(XmlFileReader &xml, Function function)
 {
     const int level = xml.depth();
     for (auto step = xml.next(); step != XmlFileReader::Done; step = xml.next()) {
         if (xml.depth() < level)
-            return; // the element itself has ended
-        if (step == XmlFileReader::Start && xml.depth() == level + 1)
-            function();
+            return true; // the element itself has ended
+        if (step == XmlFileReader::Start && xml.depth() == level + 1 && !function())
+            return false;
     }
+    return true;
 }
 
-void readTiles(XmlFileReader &xml, QHash<QString, QString> *paths)
+/** The tables of one content file while it is read. */
+class TablesPass
 {
-    forEachChild(xml, [&] { paths->insert(xml.value(Name), xml.value(Path)); });
-}
+public:
+    TablesPass(XmlFileReader &xml, const ContentFile::Pause &pause)
+        : m_xml(xml)
+        , m_pause(pause)
+    { }
 
-void readRegions(XmlFileReader &xml, ListedTiles *tiles)
+    // False if the pause has ended it.
+    bool run()
+    {
+        m_isDirectory = m_xml.is(Directory);
+        const bool isOver = forEachChild(m_xml, [this] {
+            if (m_xml.is(DiskCache))
+                return readTiles();
+            return !m_xml.is(Regions) || readRegions();
+        });
+        resolveNames();
+        return isOver && release();
+    }
+
+    ContentFile::Tables tables;
+
+private:
+    bool readTiles()
+    {
+        return forEachChild(m_xml, [this] {
+            m_tiles.push_back({m_xml.value(Name), readPath()});
+            return pause();
+        });
+    }
+
+    bool readRegions()
+    {
+        return forEachChild(m_xml, [this] {
+            const QString id = m_xml.value(Id).mid(1);
+            // The list of what is installed asks for the names of elements, too.
+            if (m_isDirectory && m_xml.is(RegionElement) && m_xml.has(Id) && !m_ids.contains(id)) {
+                m_ids.insert(id);
+                tables.ids.append(id);
+            }
+            return readRegion(id);
+        });
+    }
+
+    bool readRegion(const QString &id)
+    {
+        QStringList &paths = tables.regionTilePaths[id];
+        return forEachChild(m_xml, [&] {
+            paths.append(readPath());
+            // Files of older versions have no paths there; the name leads to one only by luck.
+            if (paths.constLast().isEmpty()) {
+                m_names[id].append(int(paths.size()) - 1);
+                paths.last() = m_xml.value(Name);
+            }
+            return pause();
+        });
+    }
+
+    // Most tiles are listed by several regions: the same path is kept once.
+    QString readPath()
+    {
+        const QString path = m_xml.value(Path);
+        return *m_paths[qHash(path) % m_paths.size()].insert(path);
+    }
+
+    void resolveNames()
+    {
+        QHash<QString, QString> tilePaths;
+        if (!m_names.isEmpty()) {
+            for (const Tile &tile : m_tiles)
+                tilePaths.insert(tile.name, tile.path);
+        }
+        for (auto names = m_names.cbegin(); names != m_names.cend(); ++names) {
+            QStringList &paths = tables.regionTilePaths[names.key()];
+            for (const int place : names.value())
+                paths[place] = tilePaths.value(paths.at(place));
+        }
+    }
+
+    // To free so many texts takes longer than a frame.
+    bool release()
+    {
+        m_paths = {};
+        for (bool goesOn = true; goesOn && !m_tiles.empty(); m_tiles.pop_back())
+            goesOn = pause();
+        return m_tiles.empty();
+    }
+
+    bool pause() const { return !m_pause || m_pause(); }
+
+    struct Tile
+    {
+        QString name;
+        QString path;
+    };
+
+    XmlFileReader &m_xml;
+    const ContentFile::Pause &m_pause;
+    bool m_isDirectory = false;
+    QSet<QString> m_ids; // those in the tables' list
+    std::vector<Tile> m_tiles;
+    // Many small ones, since a large one stops everything each time that it grows.
+    std::array<QSet<QString>, 128> m_paths;
+    QHash<QString, QList<int>> m_names; // by region id, where its paths have names in their place
+};
+
+// Whether the file's end shows that it was not cut.
+bool hasItsEnd(QFile &file)
 {
-    forEachChild(xml, [&] {
-        QList<ListedTile> &list = (*tiles)[xml.value(Id).mid(1)];
-        forEachChild(xml, [&] { list.append({xml.value(Name), xml.value(Path)}); });
-    });
+    constexpr qint64 TailBytes = 64;
+    return file.seek(qMax<qint64>(0, file.size() - TailBytes))
+        && file.read(TailBytes).trimmed().endsWith("</directory>");
 }
 
 } // namespace
@@ -61,16 +166,15 @@ QStringList ContentFile::readIds(const QString &path)
     QSet<QString> seen;
     if (xml.next() == XmlFileReader::Start && xml.is(Directory)) {
         forEachChild(xml, [&] {
-            if (!xml.is(Regions))
-                return;
-            forEachChild(xml, [&] {
+            return !xml.is(Regions) || forEachChild(xml, [&] {
                 if (!xml.is(RegionElement) || !xml.has(Id))
-                    return;
+                    return true;
                 const QString id = xml.value(Id).mid(1);
                 if (!seen.contains(id)) {
                     seen.insert(id);
                     ids.append(id);
                 }
+                return true;
             });
         });
     }
@@ -87,36 +191,21 @@ QString ContentFile::readMapVersion(const QString &path)
     QString version;
     if (xml.next() == XmlFileReader::Start && xml.is(Directory))
         version = xml.value(MapVersion);
+    QFile file(path);
+    if (file.size() > LongFileBytes && file.open(QFile::ReadOnly) && hasItsEnd(file))
+        return version;
     while (xml.next() != XmlFileReader::Done) { }
     return xml.wellFormed() ? version : QString();
 }
 
-ContentFile::Tables ContentFile::readTables(const QString &path)
+ContentFile::Tables ContentFile::readTables(const QString &path, const Pause &pause)
 {
     XmlFileReader xml(path, XmlFileReader::Strict);
     if (!xml.open() || xml.next() != XmlFileReader::Start)
         return Tables();
-
-    Tables tables;
-    ListedTiles listed;
-    forEachChild(xml, [&] {
-        if (xml.is(DiskCache))
-            readTiles(xml, &tables.tilePaths);
-        else if (xml.is(Regions))
-            readRegions(xml, &listed);
-    });
-    while (xml.next() != XmlFileReader::Done) { }
-    if (!xml.wellFormed())
+    TablesPass pass(xml, pause);
+    if (!pass.run())
         return Tables();
-
-    for (auto region = listed.cbegin(); region != listed.cend(); ++region) {
-        QStringList &names = tables.regionTileNames[region.key()];
-        QStringList &paths = tables.regionTilePaths[region.key()];
-        for (const ListedTile &tile : region.value()) {
-            names.append(tile.name);
-            // Files of older versions have no paths there; the name leads to one only by luck.
-            paths.append(tile.path.isEmpty() ? tables.tilePaths.value(tile.name) : tile.path);
-        }
-    }
-    return tables;
+    while (xml.next() != XmlFileReader::Done) { }
+    return xml.wellFormed() ? std::move(pass.tables) : Tables();
 }

@@ -4,6 +4,7 @@
 
 #include "catalog/tiletree_p.h"
 #include "vexa_export.h"
+#include <functional>
 #include <QByteArray>
 #include <QHash>
 #include <QList>
@@ -21,9 +22,9 @@ namespace ContentFile {
 /** What the catalogue looks up; lists are in the file's order. */
 struct Tables
 {
-    QHash<QString, QString> tilePaths; ///< tile name to path, "\a\3\x.cdt"
-    QHash<QString, QStringList> regionTileNames; ///< region id to tile names
-    QHash<QString, QStringList> regionTilePaths; ///< region id to paths; empty for unknown tiles
+    QStringList ids; ///< of the regions, as readIds() gives them
+    QHash<QString, QStringList>
+        regionTilePaths; ///< region id to paths, "\a\3\x.cdt"; empty for unknown tiles
 };
 
 /** What is written of an installed region. */
@@ -34,14 +35,23 @@ struct Region
     QStringList fileList;
 };
 
+/** What is called for every tile while a file is read; false ends the reading. */
+using Pause = std::function<bool()>;
+
 /** The ids of the regions, each once; none if there is an error anywhere in the file. */
 QStringList readIds(const QString &path);
 
-/** The "map-version" as it stands; empty if there is an error anywhere in the file. */
+/**
+ * The "map-version" as it stands; empty if there is an error anywhere in the file. Of a file of
+ * more than 256 KiB only both ends are read: there it is empty if the file is cut.
+ */
 QString readMapVersion(const QString &path);
 
-/** The tables; empty if there is an error anywhere in the file. Exported for the fuzzing. */
-VEXA_EXPORT Tables readTables(const QString &path);
+/**
+ * The tables; empty if there is an error anywhere in the file or the pause has ended it. Exported
+ * for the fuzzing.
+ */
+VEXA_EXPORT Tables readTables(const QString &path, const Pause &pause = Pause());
 
 /**
  * The bytes of the file. Runs the event loop after each tile and each region, so it must not be

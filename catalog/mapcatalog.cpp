@@ -3,6 +3,7 @@
 
 #include "catalog/contentfile_p.h"
 #include "catalog/localizationtools.h"
+#include "catalog/regionnamefile_p.h"
 #include "plugin/dataroot.h"
 #include "plugin/logger.h"
 #include <algorithm>
@@ -144,10 +145,8 @@ void MapCatalog::takeFolders()
 
 void MapCatalog::processContentXml()
 {
-    ContentFile::Tables tables = ContentFile::readTables(m_catalogFolder.filePath(ContentFileName));
-    m_tilePaths.swap(tables.tilePaths);
-    m_regionTileNames.swap(tables.regionTileNames);
-    m_regionTilePaths.swap(tables.regionTilePaths);
+    const QString path = m_catalogFolder.filePath(ContentFileName);
+    m_regionTilePaths = ContentFile::readTables(path).regionTilePaths;
 }
 
 QStringList MapCatalog::readRegionFileList(const QString &id) const
@@ -183,6 +182,8 @@ void MapCatalog::loadAvailable()
     if (!self)
         return;
 
+    m_regionIndex.reserve(regions.size());
+    m_availableRegions.reserve(regions.size());
     for (MapRegion *region : regions) {
         if (!region)
             continue;
@@ -231,13 +232,14 @@ void MapCatalog::makeAvailable(MapRegion *region)
 void MapCatalog::applyRegionNames(const QDir &folder)
 {
     const Self self(this);
-    const QString fileName = regionNameFileName(getDigitCode());
-    L::og()->info(QLatin1String("Will try to open ") + fileName + QLatin1String(" language file"));
-    const QMap<QString, QString> names =
-        m_processor.readRegionNames(folder.filePath(fileName), folder.filePath(ContentFileName));
-    for (auto name = names.cbegin(); name != names.cend(); ++name) {
-        if (MapRegion *region = m_regionIndex.value(name.key()))
-            region->setLocalizedName(name.value());
+    const NamedRegions names = readRegionNames(folder);
+    if (!self)
+        return;
+    for (const NamedRegion &named : names) {
+        MapRegion *region = m_regionIndex.value(*named.id);
+        // Half of the names are the same in many a language: those are kept once.
+        const QString name = region->name();
+        region->setLocalizedName(named.name == name ? name : named.name);
         if (self)
             QCoreApplication::processEvents();
         if (!self)
@@ -245,15 +247,67 @@ void MapCatalog::applyRegionNames(const QDir &folder)
     }
 }
 
+// In the ascending order of their ids, each region once.
+MapCatalog::NamedRegions MapCatalog::readRegionNames(const QDir &folder) const
+{
+    const Self self(const_cast<MapCatalog *>(this));
+    const QString fileName = regionNameFileName(getDigitCode());
+    L::og()->info(QLatin1String("Will try to open ") + fileName + QLatin1String(" language file"));
+    const QString version = m_processor.readLocalMapVersion(folder.filePath(ContentFileName));
+    NamedRegions names;
+    names.reserve(size_t(m_regionIndex.size()));
+    const auto pause = pauses();
+    RegionNameFile::read(folder.filePath(fileName), version,
+                         [&](const QString &id, const QString &name) {
+                             const auto region = m_regionIndex.constFind(id);
+                             if (region != m_regionIndex.cend())
+                                 names.push_back({&region.key(), name, int(names.size())});
+                             else
+                                 QCoreApplication::processEvents();
+                             return pause();
+                         });
+    if (!self)
+        return NamedRegions();
+
+    // Of an id's names the last one is the first of them then, and the one that stays.
+    std::sort(names.begin(), names.end(), [](const NamedRegion &a, const NamedRegion &b) {
+        return a.id == b.id ? a.place > b.place : *a.id < *b.id;
+    });
+    const auto end =
+        std::unique(names.begin(), names.end(),
+                    [](const NamedRegion &a, const NamedRegion &b) { return a.id == b.id; });
+    names.erase(end, names.end());
+    return names;
+}
+
+// What a loop over a long file calls after each item, which is too small for a pass of the event
+// loop of its own. False once that has deleted the catalogue.
+std::function<bool()> MapCatalog::pauses() const
+{
+    constexpr int ItemsPerPass = 500;
+    const Self self(const_cast<MapCatalog *>(this));
+    return [self, items = 0]() mutable {
+        if (++items % ItemsPerPass == 0)
+            QCoreApplication::processEvents();
+        return !self.isNull();
+    };
+}
+
 void MapCatalog::loadInstalled()
 {
     const Self self(this);
-    processContentXml();
+    const QString path = m_catalogFolder.filePath(ContentFileName);
+    releaseTables();
+    ContentFile::Tables tables;
+    if (self)
+        tables = ContentFile::readTables(path, pauses());
+    if (!self)
+        return;
+    m_regionTilePaths.swap(tables.regionTilePaths);
     const QList<MapRegion *> before = m_installedRegions;
     m_installedRegions.clear();
 
-    const QStringList ids = m_processor.readLocalContent(m_catalogFolder.filePath(ContentFileName));
-    for (const QString &id : ids) {
+    for (const QString &id : tables.ids) {
         if (MapRegion *region = m_regionIndex.value(id)) {
             region->setInstalled(true);
             if (self)
@@ -270,6 +324,16 @@ void MapCatalog::loadInstalled()
     unmark(before);
     if (self)
         Q_EMIT installedRegionsChanged();
+}
+
+// One region's at a time: to free all of them at once takes longer than a frame.
+void MapCatalog::releaseTables()
+{
+    const Self self(this);
+    while (self && !m_regionTilePaths.isEmpty()) {
+        m_regionTilePaths.erase(m_regionTilePaths.begin());
+        QCoreApplication::processEvents();
+    }
 }
 
 // Of these regions, those that the content file does not list any more.

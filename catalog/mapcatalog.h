@@ -5,16 +5,17 @@
 #include "catalog/mapcatalogprocessor.h"
 #include "catalog/mapregion.h"
 #include "vexa_export.h"
+#include <functional>
 #include <QDir>
 #include <QHash>
 #include <QList>
-#include <QMap>
 #include <QObject>
 #include <QPointer>
 #include <QQmlListProperty>
 #include <QSet>
 #include <QString>
 #include <QStringList>
+#include <vector>
 
 /**
  * The map data of the device as QML sees it: which regions can be downloaded, which are installed,
@@ -261,6 +262,14 @@ private:
 
     class UsedFiles;
 
+    struct NamedRegion
+    {
+        const QString *id; ///< the key of the index
+        QString name;
+        int place; ///< in the file
+    };
+    using NamedRegions = std::vector<NamedRegion>;
+
     struct Paths
     {
         QString contentFile;
@@ -299,7 +308,10 @@ private:
     void loadAvailable();
     void makeAvailable(MapRegion *region);
     void applyRegionNames(const QDir &folder);
+    NamedRegions readRegionNames(const QDir &folder) const;
+    std::function<bool()> pauses() const;
     void loadInstalled();
+    void releaseTables();
     void unmark(const QList<MapRegion *> &regions);
 
     Paths paths() const;
@@ -332,11 +344,9 @@ private:
     QString m_installedMOSVersion;
     bool m_bussy = false;
     MapCatalogProcessor m_processor; // owns the regions; ends after the lists below
-    QMap<QString, MapRegion *> m_regionIndex;
+    QHash<QString, MapRegion *> m_regionIndex; // by id
     QList<MapRegion *> m_installedRegions;
     QList<MapRegion *> m_availableRegions;
-    QHash<QString, QString> m_tilePaths;
-    QHash<QString, QStringList> m_regionTileNames; // by plain id
     QHash<QString, QStringList> m_regionTilePaths; // by plain id
 
     bool m_loading = false;

@@ -3,6 +3,7 @@
 
 #include "catalog/contentfile_p.h"
 #include "catalog/mapregion.h"
+#include "catalog/regionnamefile_p.h"
 #include "plugin/xmlfilereader_p.h"
 #include "plugin/xmlfilewriter_p.h"
 #include <QCoreApplication>
@@ -19,9 +20,6 @@ const QLatin1String Description("Description");
 const QLatin1String Id("Id");
 const QLatin1String ZipFileSize("ZipFileSize");
 const QLatin1String Link("Link");
-const QLatin1String RegionElement("region");
-const QLatin1String RegionId("id");
-const QLatin1String RegionName("name");
 
 constexpr int MosVersionParts = 4;
 constexpr int MosVersionBytes = MosVersionParts * int(sizeof(qint32));
@@ -45,6 +43,18 @@ void deleteRegions(QList<MapRegion *> *regions)
 {
     while (!regions->isEmpty())
         delete regions->takeLast();
+}
+
+// The same for so many that the user interface would feel it. What happens meanwhile must not reach
+// the list.
+void deleteRegionsWithPauses(QList<MapRegion *> regions)
+{
+    constexpr int RegionsPerPass = 500;
+    while (!regions.isEmpty()) {
+        delete regions.takeLast();
+        if (regions.size() % RegionsPerPass == 0)
+            QCoreApplication::processEvents();
+    }
 }
 
 /** The regions of one catalogue file while it is read. */
@@ -141,14 +151,6 @@ WriteCounts *writeCounts()
     return &counts;
 }
 
-// The name of the one region whose name depends on the edition of the maps.
-QString editionName(const QString &mapVersion)
-{
-    const QString edition = mapVersion.split(QLatin1Char('.')).constLast();
-    return edition.size() == 2 ? QStringLiteral("qtn_maps_vexa_taiwan_china")
-                               : QStringLiteral("qtn_maps_vexa_taiwan_international");
-}
-
 // Everything is copied: the event loop may end the regions, their catalogue and its processor.
 QByteArray contentBytes(const QString &mapVersion, const QList<MapRegion *> &installedRegions,
                         const QString &tileCachePath)
@@ -176,13 +178,22 @@ MapCatalogProcessor::~MapCatalogProcessor()
 
 QList<MapRegion *> MapCatalogProcessor::readCatalog(const QString &path)
 {
-    deleteRegions(&m_regions);
+    const std::weak_ptr<char> lifetime = m_lifetime;
+    QList<MapRegion *> old;
+    old.swap(m_regions);
+    deleteRegionsWithPauses(std::move(old));
+    if (lifetime.expired())
+        return QList<MapRegion *>();
+
     XmlFileReader xml(path, XmlFileReader::Tolerant);
     CatalogPass pass(m_lifetime);
     if (!xml.open() || !pass.run(xml))
         return QList<MapRegion *>();
-    // Added and not assigned: a call from the event loop may have made some of its own meanwhile.
-    m_regions += pass.regions;
+    // A call from the event loop may have made some of its own meanwhile; else the list is shared.
+    if (m_regions.isEmpty())
+        m_regions = pass.regions;
+    else
+        m_regions += pass.regions;
     return pass.regions;
 }
 
@@ -190,20 +201,11 @@ QMap<QString, QString> MapCatalogProcessor::readRegionNames(const QString &regio
                                                             const QString &contentFilePath) const
 {
     QMap<QString, QString> names;
-    XmlFileReader xml(regionNameFilePath, XmlFileReader::Tolerant);
-    if (!xml.open())
-        return names;
-
-    const QString taiwan = editionName(readLocalMapVersion(contentFilePath));
-    for (auto step = xml.next(); step != XmlFileReader::Done; step = xml.next()) {
-        const bool isNamed = step == XmlFileReader::Start && xml.depth() > 1
-            && xml.is(RegionElement) && xml.has(RegionId) && xml.has(RegionName);
-        if (!isNamed)
-            continue;
-        const QString id = xml.value(RegionId);
-        // Deliberately never the file's own text; the user interface translates the identifier.
-        names[id] = id == QLatin1String("411") ? taiwan : xml.value(RegionName);
-    }
+    RegionNameFile::read(regionNameFilePath, readLocalMapVersion(contentFilePath),
+                         [&names](const QString &id, const QString &name) {
+                             names[id] = name;
+                             return true;
+                         });
     return names;
 }
 

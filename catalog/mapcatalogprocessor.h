@@ -33,7 +33,8 @@ public:
     Q_DISABLE_COPY(MapCatalogProcessor)
 
     /**
-     * Deletes the regions made before and makes those of a catalogue file. Descendants come before
+     * Deletes the regions made before and makes those of a catalogue file; runs the event loop
+     * after each one made, and now and then while many are deleted. Descendants come before
      * their ancestor; the tree itself is in the regions' children. A top-level region that lacks
      * one of its attributes is a null entry, a nested one is left out. A damaged file gives what
      * stands before the damage. The list is empty if the processor has ended meanwhile.
@@ -59,7 +60,8 @@ public:
 
     /**
      * The version of the installed maps, of four parts two digits each ("03.01.12.05"), of other
-     * forms as it stands. A file with an error anywhere gives an empty text.
+     * forms as it stands. A file with an error anywhere gives an empty text; one of more than 256
+     * KiB is only read at both ends, so that there a cut is noticed and nothing else.
      */
     QString readLocalMapVersion(const QString &contentFilePath) const;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "catalog/mapregion.h"
 
+#include <algorithm>
 #include <QCoreApplication>
 #include <qqml.h>
 
@@ -11,13 +12,20 @@ QList<MapRegion *> *listOf(const QQmlListProperty<MapRegion> *property)
     return static_cast<QList<MapRegion *> *>(property->data);
 }
 
+QQmlListProperty<MapRegion> viewOf(QObject *owner, QList<MapRegion *> *list)
+{
+    // No clear, replace or removeLast: Qt 6 would make some up from the others.
+    return QQmlListProperty<MapRegion>(owner, list, &MapRegion::append, &MapRegion::count,
+                                       &MapRegion::at, nullptr, nullptr, nullptr);
+}
+
 } // namespace
 
 MapRegion::MapRegion(const QString &id)
     : m_id(id)
 {
     registerType();
-    m_childrenProperty = createDeclarativeList(this, &m_children);
+    QCoreApplication::processEvents();
 }
 
 QString MapRegion::id() const
@@ -47,7 +55,10 @@ bool MapRegion::installed() const
 
 QQmlListProperty<MapRegion> MapRegion::children() const
 {
-    return m_childrenProperty;
+    // Made when it is asked for: most regions have no children, and it takes more room than all
+    // else here.
+    auto *owner = const_cast<MapRegion *>(this);
+    return viewOf(owner, &owner->m_children);
 }
 
 bool MapRegion::hasParent() const
@@ -62,7 +73,7 @@ qint64 MapRegion::downloadSize() const
 
 QString MapRegion::downloadUrl() const
 {
-    return m_downloadUrl;
+    return QString::fromUtf8(m_downloadUrl);
 }
 
 qint64 MapRegion::installationSize() const
@@ -92,12 +103,13 @@ void MapRegion::setFileList(const QStringList &fileList)
 {
     // Anywhere in the entry and in small letters only: lists also name what the engine keeps
     // beside a tile, "x.cdt.idx".
-    QStringList tiles;
-    for (const QString &entry : fileList) {
-        if (entry.contains(QLatin1String(".cdt")))
-            tiles.append(entry);
-    }
-    m_fileList = tiles;
+    const auto isOther = [](const QString &entry) {
+        return !entry.contains(QLatin1String(".cdt"));
+    };
+    m_fileList = fileList; // shared as long as nothing has to go
+    if (std::any_of(fileList.cbegin(), fileList.cend(), isOther))
+        m_fileList.erase(std::remove_if(m_fileList.begin(), m_fileList.end(), isOther),
+                         m_fileList.end());
     Q_EMIT fileListChanged();
 }
 
@@ -120,16 +132,15 @@ void MapRegion::setHasParent(bool hasParent)
 
 void MapRegion::setDownloadUrl(const QString &downloadUrl)
 {
-    m_downloadUrl = downloadUrl;
+    m_downloadUrl = downloadUrl.toUtf8();
+    m_downloadUrl.squeeze(); // It has room for three bytes a letter.
 }
 
 QQmlListProperty<MapRegion> MapRegion::createDeclarativeList(QObject *owner,
                                                              QList<MapRegion *> *list)
 {
     QCoreApplication::processEvents();
-    // No clear, replace or removeLast: Qt 6 would make some up from the others.
-    return QQmlListProperty<MapRegion>(owner, list, &MapRegion::append, &MapRegion::count,
-                                       &MapRegion::at, nullptr, nullptr, nullptr);
+    return viewOf(owner, list);
 }
 
 void MapRegion::registerType()

@@ -4,6 +4,7 @@
 
 #include "plugin/qtcompat.h"
 #include "vexa_export.h"
+#include <QByteArray>
 #include <QList>
 #include <QObject>
 #include <QQmlListProperty>
@@ -135,17 +136,17 @@ Q_SIGNALS:
     void downloadUrlChanged();
 
 private:
+    // There may be 200,000 of these, so neither gaps nor wide letters where narrow ones do.
     QString m_id;
     QString m_name;
     QString m_localizedName;
+    QByteArray m_downloadUrl; // UTF-8
     QStringList m_fileList;
-    bool m_installed = false;
     QList<MapRegion *> m_children; // not owned
     qint64 m_downloadSize = 0;
     qint64 m_installationSize = 0;
-    QString m_downloadUrl;
+    bool m_installed = false;
     bool m_hasParent = false;
-    QQmlListProperty<MapRegion> m_childrenProperty;
 };
 
 #endif

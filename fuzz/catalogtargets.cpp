@@ -62,9 +62,11 @@ QStringList tilesOf(const Content &content, const QString &id)
 QByteArray written(const Content &content)
 {
     QStringList paths;
-    for (QString path : content.tables.tilePaths)
-        paths.append(
-            QDir::cleanPath(QLatin1Char('/') + path.replace(QLatin1Char('\\'), QLatin1Char('/'))));
+    for (const QStringList &listed : content.tables.regionTilePaths) {
+        for (QString path : listed)
+            paths.append(QDir::cleanPath(QLatin1Char('/')
+                                         + path.replace(QLatin1Char('\\'), QLatin1Char('/'))));
+    }
     paths.sort();
     QList<TileTree::Folder> folders;
     for (const QString &path : std::as_const(paths)) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int ChunkBytes = 64 * 1024;
+constexpr int ChunkBytes = 16 * 1024;
 // The stream reader compares every attribute of a tag with every other: a hundred thousand of them
 // take it half a minute. It shows none before it has them all, so their values are counted.
 constexpr int MaxValues = 10 * XmlFileReader::MaxAttributes;
@@ -84,6 +84,8 @@ private:
     void countValues(const char *data, qint64 size)
     {
         for (const char *end = data + size; data != end; ++data) {
+            if (uchar(*data) > '>')
+                continue; // a letter, as most are
             const bool isQuote = *data == '"' || *data == '\'';
             if (*data == '<') {
                 m_values = 0;

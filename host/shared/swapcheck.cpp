@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <QFile>
 #include <QStorageInfo>
+#include <QXmlStreamReader>
 #include <unistd.h>
 
 namespace {
@@ -26,6 +27,18 @@ bool listsRegions(const QString &catalogFile)
     const QList<MapRegion *> regions = processor.readCatalog(catalogFile);
     return std::any_of(regions.begin(), regions.end(),
                        [](const MapRegion *region) { return region != nullptr; });
+}
+
+// That the file tells its version is not enough: of a long one that is read from the ends.
+bool isWellFormed(const QString &xmlFile)
+{
+    QFile file(xmlFile);
+    if (!file.open(QFile::ReadOnly))
+        return false;
+    QXmlStreamReader xml(&file);
+    while (!xml.atEnd())
+        xml.readNext();
+    return !xml.hasError();
 }
 
 } // namespace
@@ -131,7 +144,7 @@ QString SwapCheck::content() const
     const QString catalogs = DataRoot::catalogFolder(m_from);
     const QString contentFile = catalogs + QLatin1String("/content.xml");
     const QString version = MapCatalogProcessor().readLocalMapVersion(contentFile);
-    if (version.isEmpty())
+    if (version.isEmpty() || !isWellFormed(contentFile))
         return tr("%1 is missing or damaged.").arg(contentFile);
     const QString catalogFile =
         catalogs + QLatin1String("/catalog-") + version + QLatin1String(".xml");

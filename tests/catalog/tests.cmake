@@ -4,6 +4,7 @@ vexa_add_test(catalog/contentfile)
 vexa_add_test(catalog/contentwriting)
 vexa_add_test(catalog/damagedxml TIMEOUT 900)
 vexa_add_test(catalog/localizationtools)
+vexa_add_test(catalog/longfiles TIMEOUT 600)
 vexa_add_test(catalog/mapcatalog)
 vexa_add_test(catalog/mapcatalogcommands LIBRARIES vexa_fakesystem)
 # 10,000 tiles are written twice and hashed several times.

@@ -2,6 +2,7 @@
 // What the catalogue shows and loads; installing and re-entrancy have tests of their own.
 #include "catalog/mapcatalog.h"
 
+#include "catalog/everypass.h"
 #include "catalog/mapdata.h"
 #include "testutils/logcatcher.h"
 #include <memory>
@@ -11,6 +12,7 @@
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
+#include <QSet>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -41,11 +43,14 @@ private Q_SLOTS:
     void anUpdateTellsInOrder();
     void anUpdateLogsItsTwoLines();
     void localizedNamesAreApplied();
+    void localizedNamesComeInTheOrderOfTheirIds();
     void withoutACatalogueNothingIsInstalled();
     void nullEntriesOfTheCatalogueAreLeftOut();
     void ofRegionsWithOneIdTheLaterCounts();
     void installedIdsThatAreNotAvailableAreIgnored();
     void anIdIsNotTakenWithItsPrefix();
+    void onlyRegionElementsOfADirectoryAreInstalled_data();
+    void onlyRegionElementsOfADirectoryAreInstalled();
     void fileListsComeFromTheContentFile();
     void loadingAvailableRegionsAloneKeepsWhatIsInstalled();
     void loadingAvailableRegionsKeepsTheOrderOfInstallation();
@@ -445,6 +450,34 @@ void MapCatalogTest::localizedNamesAreApplied()
              text("qtn_maps_vexa_taiwan_international"));
 }
 
+void MapCatalogTest::localizedNamesComeInTheOrderOfTheirIds()
+{
+    m_data->setCatalog(fileElement("9") + fileElement("10") + fileElement("1"));
+    m_data->setContent({});
+    writeFile(m_data->namesFile(),
+              "<n><region id=\"9\" name=\"nine\"/><region id=\"10\" name=\"other\"/>"
+              "<region id=\"1\" name=\"one\"/><region id=\"none\" name=\"none\"/>"
+              "<region id=\"10\" name=\"Region 10\"/></n>");
+    MapCatalog catalog;
+    QStringList told;
+    QSet<MapRegion *> followed;
+    const EveryPass follow([&] {
+        for (const char *id : {"9", "10", "1"}) {
+            MapRegion *region = catalog.region(text(id));
+            if (!region || followed.contains(region))
+                continue;
+            followed.insert(region);
+            connect(region, &MapRegion::localizedNameChanged, this,
+                    [&told, region] { told.append(region->localizedName()); });
+        }
+    });
+
+    catalog.updateCatalog();
+
+    // As texts are ordered; of several names for one region the last one counts.
+    QCOMPARE(told, QStringList({text("one"), text("Region 10"), text("nine")}));
+}
+
 void MapCatalogTest::withoutACatalogueNothingIsInstalled()
 {
     m_data->setContent({{"42", {"a/3/x.cdt"}}});
@@ -516,6 +549,35 @@ void MapCatalogTest::anIdIsNotTakenWithItsPrefix()
 
     QCOMPARE(ids(catalog.installedRegions()), QString());
     QVERIFY(!catalog.region(text("142"))->installed());
+}
+
+void MapCatalogTest::onlyRegionElementsOfADirectoryAreInstalled_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("expected");
+    const QByteArray region = "<region id=\"142\"><TI path=\"x.cdt\"/></region>";
+    QTest::newRow("after another element with the id")
+        << "<directory><regions><y id=\"142\"/>" + region + "</regions></directory>" << text("42");
+    QTest::newRow("of another name")
+        << QByteArray("<directory><regions><y id=\"142\"/></regions></directory>") << QString();
+    QTest::newRow("of another root") << "<any><regions>" + region + "</regions></any>" << QString();
+    QTest::newRow("in two lists") << "<directory><regions>" + region
+            + "</regions><regions><region id=\"17\"/>" + region + "</regions></directory>"
+                                  << text("42 7");
+}
+
+void MapCatalogTest::onlyRegionElementsOfADirectoryAreInstalled()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, expected);
+    writeFile(m_data->contentFile(), content);
+    m_data->setCatalog(fileElement("7") + fileElement("42"));
+    MapCatalog catalog;
+    catalog.setInstalledMapsVersion(text("1.2"));
+
+    catalog.updateCatalog();
+
+    QCOMPARE(ids(catalog.installedRegions()), expected);
 }
 
 void MapCatalogTest::fileListsComeFromTheContentFile()

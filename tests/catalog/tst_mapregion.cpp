@@ -191,6 +191,8 @@ void MapRegionTest::sizesParentFlagAndAddressAreSetSilently()
     QCOMPARE(region.installationSize(), 7516192768LL);
     QCOMPARE(region.hasParent(), true);
     QCOMPARE(region.downloadUrl(), text("http://localhost/a.zip"));
+    region.setDownloadUrl(text("\xc3\x85land/\xf0\x9f\x97\xba.zip"));
+    QCOMPARE(region.downloadUrl(), text("\xc3\x85land/\xf0\x9f\x97\xba.zip"));
     QCOMPARE(size.count() + hasParent.count() + url.count(), 0);
 }
 

@@ -224,6 +224,14 @@ void DataSetSwapTest::refuses_data()
         [] { SwapRig::write(catalogs("_new") + QLatin1String("/content.xml"), "<directory map-"); },
         "content.xml is missing or damaged");
     add(
+        "a long content file that is damaged in the middle",
+        [] {
+            SwapRig::write(catalogs("_new") + QLatin1String("/content.xml"),
+                           "<directory map-version=\"1.3\">" + QByteArray("<x/>").repeated(100000)
+                               + "<</directory>");
+        },
+        "content.xml is missing or damaged");
+    add(
         "the catalogue of the version is missing",
         [] {
             QVERIFY(QFile::rename(catalogs("_new") + QLatin1String("/catalog-1.3.xml"),
