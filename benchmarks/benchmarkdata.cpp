@@ -101,11 +101,13 @@ void appendElements(const QList<CatalogRegion> &regions, int level, QByteArray *
     }
 }
 
-void appendNames(const QList<CatalogRegion> &regions, QByteArray *xml)
+void appendNames(const QList<CatalogRegion> &regions, int *count, QByteArray *xml)
 {
     for (const CatalogRegion &region : regions) {
-        *xml += " <region id=\"" + region.id + "\" name=\"" + escaped(region.name) + "\" />\n";
-        appendNames(region.children, xml);
+        // Of real names half are the same in the user's language.
+        const QByteArray name = ++*count % 2 ? region.name : madeUpName(quint32(*count));
+        *xml += " <region id=\"" + region.id + "\" name=\"" + escaped(name) + "\" />\n";
+        appendNames(region.children, count, xml);
     }
 }
 
@@ -164,7 +166,8 @@ QByteArray BenchmarkData::catalogXml(const QList<CatalogRegion> &regions)
 QByteArray BenchmarkData::regionNamesXml(const QList<CatalogRegion> &regions)
 {
     QByteArray xml("<?xml version='1.0' encoding='utf-8'?>\n<regions language=\"en_GB\">\n");
-    appendNames(regions, &xml);
+    int count = 0;
+    appendNames(regions, &count, &xml);
     return xml + "</regions>\n";
 }
 

@@ -28,7 +28,7 @@ QList<QByteArray> idsOf(const QList<CatalogRegion> &regions);
 
 /** "catalog-%1.xml" in the form that a content server has it. */
 QByteArray catalogXml(const QList<CatalogRegion> &regions);
-/** "regionname-lang-%1.xml" with a name for each region. */
+/** "regionname-lang-%1.xml" with a name for each region, half of them other ones. */
 QByteArray regionNamesXml(const QList<CatalogRegion> &regions);
 
 } // namespace BenchmarkData

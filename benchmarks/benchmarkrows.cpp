@@ -8,7 +8,8 @@ namespace {
 
 QString number(double figure)
 {
-    return QString::number(figure, 'f', figure < 10 ? 2 : figure < 100 ? 1 : 0);
+    const bool isTiny = figure > 0 && figure < 0.1;
+    return QString::number(figure, 'f', isTiny ? 4 : figure < 10 ? 2 : figure < 100 ? 1 : 0);
 }
 
 } // namespace

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "catalog/mapcatalog.h"
+
+#include <memory>
+#include <QQmlComponent>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+/** A window with a list of the catalogue's regions, bound to what an app shows of them. */
+class RegionList
+{
+public:
+    explicit RegionList(MapCatalog *catalog)
+    {
+        m_engine.rootContext()->setContextProperty(QStringLiteral("catalog"), catalog);
+        QQmlComponent component(&m_engine);
+        component.setData("import QtQuick 2.15\n"
+                          "ListView {\n"
+                          "    property int installed: catalog.installedRegions.length\n"
+                          "    property bool busy: catalog.bussy\n"
+                          "    width: 480; height: 800\n"
+                          "    header: Text { text: catalog.installedMapsVersion }\n"
+                          "    model: catalog.availableRegions\n"
+                          "    delegate: Text {\n"
+                          "        text: (modelData.localizedName || modelData.name)\n"
+                          "            + modelData.downloadSize + modelData.installed\n"
+                          "            + modelData.fileList.length + modelData.children.length\n"
+                          "    }\n"
+                          "}\n",
+                          QUrl());
+        m_list.reset(qobject_cast<QQuickItem *>(component.create()));
+        if (!m_list)
+            qFatal("%s", qPrintable(component.errorString()));
+        m_list->setParentItem(m_window.contentItem());
+        m_window.resize(480, 800);
+        m_window.show();
+        QCoreApplication::processEvents();
+    }
+
+    /** How many regions QML sees. */
+    int count() const { return m_list->property("count").toInt(); }
+
+private:
+    QQmlEngine m_engine;
+    QQuickWindow m_window;
+    std::unique_ptr<QQuickItem> m_list;
+};
