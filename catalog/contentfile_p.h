@@ -23,8 +23,8 @@ namespace ContentFile {
 struct Tables
 {
     QStringList ids; ///< of the regions, as readIds() gives them
-    QHash<QString, QStringList>
-        regionTilePaths; ///< region id to paths, "\a\3\x.cdt"; empty for unknown tiles
+    /** By region id, "\a\3\x.cdt"; empty for unknown tiles. */
+    QHash<QString, QStringList> regionTilePaths;
 };
 
 /** What is written of an installed region. */
