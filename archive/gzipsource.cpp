@@ -54,13 +54,15 @@ void GzipSource::trustCheckSums()
     inflateValidate(&m_stream, 0); // cannot fail for a stream that was begun
 }
 
-// Failures come after all data that could be unpacked: with a wrong check sum that is everything.
+// A wrong check sum comes to light with the last data, which goes first: the end tells of the sum.
+// Of a file that is cut off libarchive would give nothing more, so that a short one is no archive.
 ssize_t GzipSource::read(archive *handle, void *source, const void **data)
 {
     auto *self = static_cast<GzipSource *>(source);
     const size_t count = self->unpackMore();
     *data = self->m_plain.data();
-    if (count > 0 || self->m_state == State::AtEnd)
+    const bool lacksMore = self->m_state == State::CutOff || self->m_state == State::Unreadable;
+    if (!lacksMore && (count > 0 || self->m_state == State::AtEnd))
         return ssize_t(count);
     archive_set_error(handle, EIO, "%s", self->failure());
     return ARCHIVE_FATAL;

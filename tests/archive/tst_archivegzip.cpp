@@ -57,6 +57,7 @@ private Q_SLOTS:
     void sizeIsFoundAgainAfterAFailure();
     void fileThatLacksItsEndIsRefused_data();
     void fileThatLacksItsEndIsRefused();
+    void shortFileThatLacksItsEndIsNoArchive();
     void damagedDataIsRefused();
     void piecesAreOneArchive_data();
     void piecesAreOneArchive();
@@ -161,6 +162,18 @@ void ArchiveGzipTest::fileThatLacksItsEndIsRefused()
 
     QCOMPARE(unpacking.results(), QList<int> {2});
     QCOMPARE(unpacking.steps(), QStringList());
+    QCOMPARE(unpacking.found(), QStringList());
+}
+
+void ArchiveGzipTest::shortFileThatLacksItsEndIsNoArchive()
+{
+    const QByteArray whole = gzip(tar("f", "data"));
+    Unpacking unpacking(write(whole.left(whole.size() - 1)));
+
+    QVERIFY(!unpacking.run());
+
+    QCOMPARE(unpacking.results(), (QList<int> {1, 1}));
+    QVERIFY(unpacking.archive.errorString().contains(QLatin1String("truncated gzip input")));
     QCOMPARE(unpacking.found(), QStringList());
 }
 
