@@ -3,6 +3,28 @@
 
 #include <QStringList>
 
+namespace {
+
+QStringList payloadKeys(int type)
+{
+    static const QStringList file {QStringLiteral("filename")};
+    static const QStringList archive {QStringLiteral("archiveName")};
+    static const QStringList paths {QStringLiteral("source"), QStringLiteral("dest")};
+    switch (type) {
+    case TestDownloadRequest:
+    case DownloadRequest:
+        return file;
+    case UncompressRequest:
+        return archive;
+    case MoveRequest:
+        return paths;
+    default:
+        return QStringList();
+    }
+}
+
+} // namespace
+
 Request::Request(const QString &id, int type, const QVariant &payload, const QString &url,
                  int state)
     : id(id)
@@ -18,24 +40,40 @@ int Request::serialize(QSettings &settings) const
     settings.setValue(QStringLiteral("type"), type);
     settings.setValue(QStringLiteral("state"), state);
     settings.setValue(QStringLiteral("url"), url);
-    switch (type) {
-    case TestDownloadRequest:
-    case DownloadRequest:
-        settings.setValue(QStringLiteral("filename"), payload.toString());
-        break;
-    case UncompressRequest:
-        settings.setValue(QStringLiteral("archiveName"), payload.toString());
-        break;
-    case MoveRequest: {
-        const QStringList paths = payload.toStringList();
-        settings.setValue(QStringLiteral("source"), paths.value(0));
-        settings.setValue(QStringLiteral("dest"), paths.value(1));
-        break;
-    }
-    default:
-        break;
-    }
+    serializePayload(settings);
     return 0;
+}
+
+void Request::serializeOver(const Request &before, QSettings &settings) const
+{
+    if (before.id != id)
+        settings.setValue(QStringLiteral("id"), id);
+    if (before.type != type)
+        settings.setValue(QStringLiteral("type"), type);
+    if (before.state != state)
+        settings.setValue(QStringLiteral("state"), state);
+    if (before.url != url)
+        settings.setValue(QStringLiteral("url"), url);
+    const QStringList keys = payloadKeys(type);
+    const QStringList keysBefore = payloadKeys(before.type);
+    for (const QString &key : keysBefore) {
+        if (!keys.contains(key))
+            settings.remove(key);
+    }
+    if (before.type != type || before.payload != payload)
+        serializePayload(settings);
+}
+
+void Request::serializePayload(QSettings &settings) const
+{
+    const QStringList keys = payloadKeys(type);
+    if (keys.size() == 1) {
+        settings.setValue(keys.first(), payload.toString());
+        return;
+    }
+    const QStringList paths = payload.toStringList();
+    for (int i = 0; i < int(keys.size()); ++i)
+        settings.setValue(keys.at(i), paths.value(i));
 }
 
 int Request::deSerialize(QSettings &settings)

@@ -51,6 +51,12 @@ public:
     int serialize(QSettings &settings) const;
 
     /**
+     * Writes the request where another one was written before, and of it only what differs. Leaves
+     * the same keys there as serialize() at an empty position.
+     */
+    void serializeOver(const Request &before, QSettings &settings) const;
+
+    /**
      * Reads the request from the position that the caller has chosen. Missing keys read as empty
      * or 0; a type that is not known leaves the payload as it was. Returns 0.
      */
@@ -61,6 +67,9 @@ public:
     QVariant payload; ///< what it works on; see RequestType
     QString url; ///< the address as the caller gave it; work is cancelled by it
     int state = StateNew; ///< RequestState
+
+private:
+    void serializePayload(QSettings &settings) const;
 };
 
 /** Whether two requests ask for the same; how far they have come does not matter. */

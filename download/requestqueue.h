@@ -263,7 +263,36 @@ private:
     {
         m_size = this->size();
         const VexaSettings::Locker settings;
-        serialize(*settings);
+        if (settings.generation() == m_writtenIn)
+            serializeOver(*settings);
+        else
+            serialize(*settings);
+        m_written = *this;
+        m_writtenIn = settings.generation();
+    }
+
+    // Leaves the same array as serialize(), where the array is the one that was written last: of a
+    // long queue most stays as it is.
+    void serializeOver(QSettings &settings)
+    {
+        settings.beginWriteArray(QStringLiteral("requests"), int(this->size()));
+        for (int i = 0; i < int(this->size()); ++i) {
+            const T &item = this->at(i);
+            const bool isNew = i >= int(m_written.size());
+            if (!isNew && item == m_written.at(i) && item.state == m_written.at(i).state)
+                continue;
+            settings.setArrayIndex(i);
+            if (isNew)
+                item.serialize(settings);
+            else
+                item.serializeOver(m_written.at(i), settings);
+        }
+        settings.endArray();
+        settings.beginGroup(QStringLiteral("requests"));
+        for (auto i = this->size(); i < m_written.size(); ++i)
+            settings.remove(QString::number(i + 1));
+        settings.endGroup();
+        settings.sync();
     }
 
     // The entries that are there decide, not the size: a damaged file may claim any number.
@@ -298,6 +327,8 @@ private:
     }
 
     IRequestQueueListener *const m_listener; // not owned
+    QList<T> m_written; // what the array in the settings holds; under listMutex
+    quint64 m_writtenIn = 0; // the settings' generation in which it was written
     std::atomic<qsizetype> m_size {0}; // the list's size, to be read without listMutex
 };
 

@@ -8,12 +8,38 @@
 #include <QFile>
 #include <QMutex>
 #include <sys/file.h>
+#include <sys/stat.h>
 
 namespace {
 
 // Two, so that instance() can be called by whoever holds a Locker.
 QMutex useMutex;
 QMutex pointerMutex; // taken after useMutex
+
+// What tells two states of the file apart: QSettings makes a new one with each write.
+struct FileState
+{
+    ino_t inode = 0;
+    qint64 size = 0;
+    timespec written = {};
+
+    bool operator==(const FileState &other) const
+    {
+        return inode == other.inode && size == other.size && written.tv_sec == other.written.tv_sec
+            && written.tv_nsec == other.written.tv_nsec;
+    }
+};
+
+FileState leftState; // under useMutex, as the last Locker left it
+quint64 fileGeneration = 1; // under useMutex
+
+FileState stateOf(const QString &path)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return FileState();
+    return {status.st_ino, status.st_size, status.st_mtim};
+}
 
 // A program that is killed just when it has made its lock file leaves an empty one. It names no
 // owner, so Qt would wait for half a minute before it writes. A living owner holds a lock on it.
@@ -53,17 +79,26 @@ void VexaSettings::destroy()
     const QMutexLocker lock(&pointerMutex);
     delete settings;
     settings = nullptr;
+    ++fileGeneration; // the next object may have another file
 }
 
 VexaSettings::Locker::Locker()
 {
     useMutex.lock();
     m_settings = instance();
+    if (!(stateOf(m_settings->fileName()) == leftState))
+        ++fileGeneration;
 }
 
 VexaSettings::Locker::~Locker()
 {
     // The events that nobody will ever deliver would pile up, one a change.
     QCoreApplication::removePostedEvents(m_settings);
+    leftState = stateOf(m_settings->fileName());
     useMutex.unlock();
+}
+
+quint64 VexaSettings::Locker::generation() const
+{
+    return fileGeneration;
 }

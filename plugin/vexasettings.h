@@ -55,6 +55,12 @@ public:
         /** The settings, for as long as the locker lives; never null. */
         QSettings *operator->() const { return m_settings; }
 
+        /**
+         * A number that stays the same as long as nobody but Lockers has changed the file, so that
+         * what one of them has written and synced is still there. Never 0.
+         */
+        quint64 generation() const;
+
     private:
         QSettings *m_settings; // not owned
     };

@@ -59,6 +59,7 @@ private Q_SLOTS:
     void snapshotIsACopy();
     void serializesIntoAnyGivenSettings();
     void serializingDropsTheOldArrayOnly();
+    void changesLeaveTheFileThatAWholeRewritingLeaves();
     void logsItsLifeAndItsCalls();
     void waitingIsLogged();
     void logsNothingBelowTheTraceLevel();
@@ -416,6 +417,40 @@ void RequestQueueTest::serializingDropsTheOldArrayOnly()
                           QStringLiteral("requests/1/state"), QStringLiteral("requests/1/type"),
                           QStringLiteral("requests/1/url"), QStringLiteral("requests/size"),
                           QStringLiteral("requestsX/a")}));
+}
+
+void RequestQueueTest::changesLeaveTheFileThatAWholeRewritingLeaves()
+{
+    const auto numbered = [](int i) {
+        const QString id = QString::number(i / 3);
+        const QString url = QLatin1String("http://h/") + id;
+        const QStringList paths {QLatin1String("/from/") + id, QStringLiteral("/to")};
+        const QVariant payload = i % 5 == MoveRequest ? QVariant(paths) : QVariant(paths.first());
+        return Request(id, i % 5, payload, url, i % 7 == 0 ? StateFailed : StateNew);
+    };
+    const auto isAsRewritten = [this] {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("whole.conf"));
+        QSettings whole(path, QSettings::IniFormat);
+        VexaCompat::useUtf8(whole);
+        m_queue->serialize(whole);
+        QFile written(path);
+        return written.open(QIODevice::ReadOnly) && written.readAll() == file().bytes();
+    };
+
+    for (int i = 0; i < 60; ++i) {
+        m_queue->enqueue(numbered(i));
+        QVERIFY(isAsRewritten());
+        if (i % 4 == 3)
+            m_queue->dequeue();
+        if (i % 11 == 10)
+            m_queue->removeRequests(QLatin1String("http://h/") + QString::number(i / 4));
+        if (i == 40)
+            m_queue->removeAllRequests();
+        if (i == 50)
+            VexaSettings::destroy();
+        QVERIFY(isAsRewritten());
+    }
 }
 
 void RequestQueueTest::logsItsLifeAndItsCalls()
