@@ -183,18 +183,20 @@ QJsonObject Stopwatch::figures() const
 }
 
 Ratios comparePairs(const std::function<Cost()> &ours, const std::function<Cost()> &peers,
-                    int pairs)
+                    int pairs, Warmup warmup)
 {
     QList<Cost> all[2];
     QList<double> wall;
     QList<double> cpu;
     QList<double> memory;
-    for (int pair = 0; pair <= pairs; ++pair) {
+    // The short form counts the first pair, too.
+    const int warmups = warmup == Warmup::OnePair && pairs > 1 ? 1 : 0;
+    for (int pair = 0; pair < warmups + pairs; ++pair) {
         const bool oursFirst = pair % 2 == 0;
         const Cost first = oursFirst ? ours() : peers();
         const Cost second = oursFirst ? peers() : ours();
-        if (pair == 0 && pairs > 1)
-            continue; // fills the caches
+        if (pair < warmups)
+            continue;
         const Cost &our = oursFirst ? first : second;
         const Cost &their = oursFirst ? second : first;
         all[0] += our;
@@ -202,8 +204,6 @@ Ratios comparePairs(const std::function<Cost()> &ours, const std::function<Cost(
         wall += ratio(our.wall, their.wall);
         cpu += ratio(our.cpu, their.cpu);
         memory += ratio(double(our.memory), double(their.memory));
-        if (pairs == 1)
-            break;
     }
     Ratios ratios;
     ratios.wall = median(wall);

@@ -63,15 +63,20 @@ struct Ratios
     Cost peers;
 };
 
+/** Whether a pair ahead of all that count fills the caches for both sides. */
+enum class Warmup {
+    OnePair,
+    None, ///< for runs that take long and read nothing from a disk
+};
+
 /**
  * Runs ours and the peer's in turn, so that both meet the same machine in the same minute, and
- * changes who goes first with each pair. One pair ahead of them all is not counted: it fills the
- * caches for both.
+ * changes who goes first with each pair.
  *
  * @param pairs at least 7 for a figure that is shown; the quick form makes do with 1
  */
 Ratios comparePairs(const std::function<Cost()> &ours, const std::function<Cost()> &peers,
-                    int pairs);
+                    int pairs, Warmup warmup = Warmup::OnePair);
 
 /** The middle one; of an even number, the mean of the two in the middle. NaN for none. */
 double median(QList<double> values);
