@@ -15,21 +15,6 @@ constexpr int MaxValues = 10 * XmlFileReader::MaxAttributes;
 // A reference to an entity takes three bytes, so even a tag full of them stays below 100 MB.
 constexpr int MaxEntityCharacters = 128;
 
-// The encoding that the declaration names, if it can be true.
-QByteArray declaredEncoding(const QByteArray &start)
-{
-    if (!start.startsWith("<?xml"))
-        return QByteArray();
-    static const QRegularExpression pattern(
-        QStringLiteral("encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)[\"']"));
-    const int end = int(start.left(256).indexOf('>')) + 1;
-    const QByteArray name =
-        pattern.match(QString::fromLatin1(start.left(end))).captured(1).toLatin1();
-    // It was read with one byte a character.
-    const QByteArray lower = name.toLower();
-    return lower.startsWith("utf-16") || lower.startsWith("utf-32") ? QByteArray() : name;
-}
-
 // The stream reader refuses encodings that it does not know, but only if it is told.
 QString withoutDeclaration(QString text)
 {
@@ -204,4 +189,33 @@ QString XmlFileReader::value(QLatin1String attribute) const
 bool XmlFileReader::wellFormed() const
 {
     return !m_xml.hasError();
+}
+
+QString XmlFileReader::errorString() const
+{
+    return m_xml.errorString();
+}
+
+qint64 XmlFileReader::line() const
+{
+    return m_xml.lineNumber();
+}
+
+qint64 XmlFileReader::column() const
+{
+    return m_xml.columnNumber();
+}
+
+QByteArray XmlFileReader::declaredEncoding(const QByteArray &start)
+{
+    if (!start.startsWith("<?xml"))
+        return QByteArray();
+    static const QRegularExpression pattern(
+        QStringLiteral("encoding\\s*=\\s*[\"']([A-Za-z0-9._-]+)[\"']"));
+    const int end = int(start.left(256).indexOf('>')) + 1;
+    const QByteArray name =
+        pattern.match(QString::fromLatin1(start.left(end))).captured(1).toLatin1();
+    // It was read with one byte a character.
+    const QByteArray lower = name.toLower();
+    return lower.startsWith("utf-16") || lower.startsWith("utf-32") ? QByteArray() : name;
 }

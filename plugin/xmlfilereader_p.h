@@ -2,7 +2,9 @@
 #ifndef VEXA_XMLFILEREADER_P_H
 #define VEXA_XMLFILEREADER_P_H
 
+#include "vexa_export.h"
 #include <memory>
+#include <QByteArray>
 #include <QFile>
 #include <QIODevice>
 #include <QString>
@@ -16,8 +18,10 @@
  * It reads in pieces and keeps no tree, so the memory does not grow with the file. What only a
  * hostile or broken file has ends the pass like an error: more than MaxDepth levels, a single tag,
  * text or comment of more than MaxItemBytes, entities that multiply.
+ *
+ * Exported for the program that looks through a publisher's files.
  */
-class XmlFileReader
+class VEXA_EXPORT XmlFileReader
 {
 public:
     enum Encoding {
@@ -64,6 +68,19 @@ public:
 
     /** After Done: whether the whole file was read without an error. */
     bool wellFormed() const;
+    /** The error in words, for people; empty if there is none. */
+    QString errorString() const;
+
+    /** The line that has been reached, from 1. A Tolerant file's declaration does not count. */
+    qint64 line() const;
+    /** The characters of that line that have been read. */
+    qint64 column() const;
+
+    /**
+     * The encoding that a Tolerant file without byte order mark declares in its first bytes, if it
+     * can be true; else empty, which means UTF-8.
+     */
+    static QByteArray declaredEncoding(const QByteArray &start);
 
 private:
     class Input;
