@@ -15,7 +15,7 @@ import tiles
 
 VERSION = "26.11.21.00"
 NEXT_VERSION = "26.12.01.00"
-COUNTRIES = "FI,EE,AX,AU"
+COUNTRIES = "FI,EE,AX,AU,NF,TW"
 SUFFIXES = {"zip", "7z", "tar.gz", "tar.xz", "tar.bz2", "tar.zst"}
 
 
@@ -128,6 +128,10 @@ class ContentTest(unittest.TestCase):
     def test_publishes_a_file_without_entries_for_an_unknown_language(self):
         self.assertEqual(self.region_names("089"), {})
 
+    def test_leaves_out_the_name_that_devices_bring_along(self):
+        self.assertIn("411", self.files)
+        self.assertNotIn("411", self.region_names("001"))
+
     # Tiles and archives
 
     def test_keeps_tiles_in_hexadecimal_folders(self):
@@ -143,7 +147,7 @@ class ContentTest(unittest.TestCase):
         for path in self.tiles:
             bounds, lines = tiles.decode((self.output / "tiles" / path).read_bytes())
             self.assertEqual(bounds[2], bounds[0] + 1)
-            self.assertTrue(lines, path)
+            self.assertTrue(lines or path in self.tiles_of("NF"), path)
 
     def test_packs_archives_that_unpack_to_the_tiles(self):
         for region in self.files:
@@ -180,12 +184,24 @@ class ContentTest(unittest.TestCase):
     def test_packs_the_tiles_of_subdivisions_into_their_country(self):
         self.assertTrue(self.tiles_of("AU-TAS") < self.tiles_of("AU"))
 
+    def test_packs_tiles_that_only_an_island_without_shores_has_into_what_is_around_it(self):
+        self.assertTrue(self.tiles_of("NF") < self.tiles_of("UN009"))
+
     def test_lists_check_sums_that_fit(self):
         command = ["sha256sum", "--check", "--strict", "--quiet", "SHA256SUMS"]
         subprocess.run(command, cwd=self.published, check=True)
 
         listed = (self.published / "SHA256SUMS").read_text().splitlines()
         self.assertEqual(len(listed), len(snapshot(self.published)) - 1)
+
+    if "VEXA_MAPS_PROGRAM" in os.environ:
+
+        def test_holds_nothing_that_devices_would_not_read(self):
+            done = subprocess.run([os.environ["VEXA_MAPS_PROGRAM"], "lint", self.published],
+                                  capture_output=True, text=True)
+
+            self.assertEqual((done.returncode, done.stderr), (0, ""), done.stdout)
+            self.assertIn("Nothing found.", done.stdout)
 
 
 class BuildTest(unittest.TestCase):

@@ -7,6 +7,9 @@ import xml.etree.ElementTree as xml
 
 import worldparts
 
+# The region for which devices show a name of their own, whatever a file says.
+NAMED_BY_DEVICES = "411"
+
 
 def write_catalogue(file, version, regions, archives):
     """Writes the catalogue: nested "File" elements, each with a link and its archive's true size.
@@ -49,7 +52,7 @@ def write_region_names(file, regions, names, locale):
                 name = names.translated(region.code, locale)
             else:
                 name = worldparts.translated(region.id, locale)
-            if name:
+            if name and region.id != NAMED_BY_DEVICES:
                 xml.SubElement(root, "region", {"id": region.id, "name": name})
     _write_xml(file, root)
 

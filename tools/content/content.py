@@ -76,7 +76,9 @@ class Content:
             lines[cell] = tiles.coarser(lines[cell])
         # Cells without any line are left out, except where nothing would be left of a region.
         filled = {cell for cell, content in lines.items() if content}
-        cells = {region.id: (region.cells & filled) or region.cells for region in every}
+        # Those stay in the regions around it, too.
+        filled.update(*(region.cells for region in every if not region.cells & filled))
+        cells = {region.id: region.cells & filled for region in every}
 
         shutil.rmtree(self._tiles, ignore_errors=True)
         for cell in sorted(set().union(*cells.values())):
