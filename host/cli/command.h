@@ -57,3 +57,4 @@ void addUpdateCommand(CommandList &commands);
 void addRemoveCommand(CommandList &commands);
 void addCancelCommand(CommandList &commands);
 void addCitiesCommand(CommandList &commands);
+void addLintCommand(CommandList &commands);

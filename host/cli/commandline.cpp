@@ -36,6 +36,7 @@ CommandLine::CommandLine(SignalWatcher *signalWatcher)
     addStatusCommand(m_commands);
     addCancelCommand(m_commands);
     addCitiesCommand(m_commands);
+    addLintCommand(m_commands);
 }
 
 void CommandLine::addSharedOptions(QCommandLineParser &parser) const
@@ -212,6 +213,7 @@ QString CommandLine::programHelp() const
     text += row(QStringLiteral("3"), tr("there is no such region"));
     text += row(QStringLiteral("4"), tr("the server cannot be reached or does not deliver"));
     text += row(QStringLiteral("5"), tr("another program is at work on the same data"));
+    text += row(QStringLiteral("6"), tr("\"lint\" has found something"));
     text += row(QStringLiteral("130"), tr("interrupted; the next run goes on"));
     return text.trimmed();
 }

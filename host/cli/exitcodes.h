@@ -9,5 +9,6 @@ enum ExitCode {
     ExitUnknownRegion = 3,
     ExitNetwork = 4, ///< the server cannot be reached, is silent, or does not deliver
     ExitLocked = 5, ///< another program is at work on the same data
+    ExitFindings = 6, ///< "lint" has found something
     ExitInterrupted = 130, ///< Ctrl-C or SIGTERM
 };

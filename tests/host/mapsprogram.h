@@ -76,23 +76,17 @@ public:
     ProgramRun run(const QStringList &command) const { return runRaw(arguments(command)); }
     ProgramRun runRaw(const QStringList &arguments) const
     {
-        const auto child = startRaw(arguments);
-        ProgramRun result;
-        result.code = child->waitForFinished();
-        result.out = child->output();
-        result.err = child->errorOutput();
-        return result;
+        return resultOf(startRaw(arguments).get());
     }
-    /** A home of its own too, so that a run without a data folder touches nobody's. */
+    /** A run without a server, with its home in this folder. */
+    static ProgramRun runIn(const QString &folder, const QStringList &arguments)
+    {
+        ChildProgram child(QStringLiteral(VEXA_MAPS_PROGRAM), arguments, environmentIn(folder));
+        return resultOf(&child);
+    }
     QProcessEnvironment environment() const
     {
-        QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-        result.insert(QStringLiteral("HOME"), m_dir.filePath(QStringLiteral("home")));
-        result.insert(QStringLiteral("XDG_CONFIG_HOME"),
-                      m_dir.filePath(QStringLiteral("home/.config")));
-        result.remove(QStringLiteral("VEXA_MYDOCS"));
-        // What a killed run leaves there goes with the test.
-        result.insert(QStringLiteral("TMPDIR"), m_dir.path());
+        QProcessEnvironment result = environmentIn(m_dir.path());
         result.insert(QStringLiteral("PATH"),
                       scratchPath(QStringLiteral("bin")) + QLatin1Char(':')
                           + result.value(QStringLiteral("PATH")));
@@ -134,5 +128,25 @@ public:
     QString baseUri;
 
 private:
+    static ProgramRun resultOf(ChildProgram *child)
+    {
+        ProgramRun result;
+        result.code = child->waitForFinished();
+        result.out = child->output();
+        result.err = child->errorOutput();
+        return result;
+    }
+    // A home of its own too, so that a run without a data folder touches nobody's.
+    static QProcessEnvironment environmentIn(const QString &folder)
+    {
+        QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+        result.insert(QStringLiteral("HOME"), folder + QLatin1String("/home"));
+        result.insert(QStringLiteral("XDG_CONFIG_HOME"), folder + QLatin1String("/home/.config"));
+        result.remove(QStringLiteral("VEXA_MYDOCS"));
+        // What a killed run leaves there goes with the test.
+        result.insert(QStringLiteral("TMPDIR"), folder);
+        return result;
+    }
+
     QTemporaryDir m_dir;
 };

@@ -6,6 +6,7 @@ add_library(vexa_hosttest STATIC
     host/disksize.h
     host/fakenetworkmanager.cpp host/fakenetworkmanager.h
     host/installerrig.h
+    host/lintrig.h
     host/mapsprogram.h
     host/swaprig.h
     host/swapstates.h
@@ -23,6 +24,8 @@ vexa_add_test(host/clicities LIBRARIES vexa_hosttest)
 vexa_add_test(host/clidryrun LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliinstall LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliinterrupt LIBRARIES vexa_hosttest)
+vexa_add_test(host/clilint LIBRARIES vexa_hosttest)
+vexa_add_test(host/clilintxml LIBRARIES vexa_hosttest)
 vexa_add_test(host/cliupdate LIBRARIES vexa_hosttest TIMEOUT 400)
 vexa_add_test(host/cliupdatefailures LIBRARIES vexa_hosttest TIMEOUT 400)
 vexa_add_test(host/datasetupdate LIBRARIES vexa_hosttest)

@@ -49,7 +49,7 @@ void CliTest::helpShowsCommandsExamplesAndExitCodes()
 
     QCOMPARE(run.code, 0);
     for (const char *text : {"refresh", "list", "info", "install", "resume", "remove", "status",
-                             "cancel", "cities", "Examples:", "Exit codes:", "130"})
+                             "cancel", "cities", "lint", "Examples:", "Exit codes:", "130"})
         QVERIFY2(run.out.contains(text), text);
     QVERIFY(run.err.isEmpty());
 }
@@ -57,8 +57,8 @@ void CliTest::helpShowsCommandsExamplesAndExitCodes()
 void CliTest::everyCommandHasHelpWithExamples_data()
 {
     QTest::addColumn<QString>("command");
-    for (const char *name :
-         {"refresh", "list", "info", "install", "resume", "remove", "status", "cancel", "cities"})
+    for (const char *name : {"refresh", "list", "info", "install", "resume", "remove", "status",
+                             "cancel", "cities", "lint"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 

@@ -19,6 +19,10 @@ endfunction()
 foreach(name IN ITEMS tiles names worldparts packages regions content serve translations)
     vexa_add_python_test(tools/${name})
 endforeach()
+if(VEXA_BUILD_HOST)
+    set_property(TEST tools/content APPEND PROPERTY
+        ENVIRONMENT "VEXA_MAPS_PROGRAM=$<TARGET_FILE:vexa-maps>")
+endif()
 
 find_program(VEXA_LUPDATE lupdate HINTS "${qt_tools}" NO_DEFAULT_PATH REQUIRED)
 mark_as_advanced(VEXA_LUPDATE)

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "host/cli/lintfolder.h"
+
+#include "host/cli/lintarchives.h"
+#include "host/cli/lintcatalogue.h"
+#include "host/cli/lintcontent.h"
+#include "host/cli/lintnames.h"
+#include "host/shared/catalogfiles.h"
+#include "host/shared/mapsversion.h"
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+namespace {
+
+QString versionFile()
+{
+    return QStringLiteral("version.txt");
+}
+
+constexpr LintPlace Start {1, 1};
+
+} // namespace
+
+LintFolder::LintFolder(const QString &folder, const QUrl &baseUri, LintReport *report)
+    : m_folder(folder)
+    , m_baseUri(baseUri)
+    , m_report(report)
+{ }
+
+void LintFolder::check()
+{
+    // With a list of what is installed and no version of its own it is a data set as it lies on a
+    // device: there are no archives, and no version to go over to.
+    const bool isDataSet = exists(LintContent::contentName()) && !exists(versionFile());
+    if (!isDataSet)
+        checkVersion();
+    checkFileNames();
+
+    LintArchives archives(m_folder, m_baseUri, m_report);
+    archives.onArchive = onArchive;
+    QSet<QString> ids;
+    bool isWhole = true;
+    const QStringList catalogues = files("catalog-*.xml");
+    for (const QString &file : catalogues) {
+        LintCatalogue catalogue(m_folder, file, m_report);
+        catalogue.check();
+        ++m_report->catalogues;
+        m_report->regions += int(catalogue.regions().size());
+        for (const LintRegion &region : catalogue.regions())
+            ids.insert(region.id);
+        ids += catalogue.unlistedIds();
+        isWhole = isWhole && catalogue.isWhole();
+        if (!isDataSet)
+            archives.check(catalogue);
+    }
+    // Else one finding would make a hundred more.
+    if (isWhole)
+        archives.checkUnnamed();
+    else
+        ids.clear();
+
+    const QStringList nameFiles = files("regionname-lang-*.xml");
+    for (const QString &file : nameFiles)
+        LintNames(m_folder, file, ids, m_report).check();
+    m_report->nameFiles = int(nameFiles.size());
+    LintContent content(m_folder, ids, m_report);
+    if (exists(LintContent::contentName()))
+        content.checkContent();
+    if (exists(LintContent::configName()))
+        content.checkConfig();
+}
+
+void LintFolder::checkVersion()
+{
+    const QString fallback = CatalogFiles::namesName(QStringLiteral("001"));
+    if (!exists(fallback))
+        m_report->add(fallback, {}, "missing-file",
+                      tr("it is not there; devices whose language has no file take this one"));
+    QFile file(m_folder + QLatin1Char('/') + versionFile());
+    if (!file.open(QIODevice::ReadOnly)) {
+        m_report->add(versionFile(), {}, "missing-file",
+                      tr("it cannot be read: no device finds a catalogue"));
+        return;
+    }
+    const QByteArray bytes = file.read(MapsVersion::MaxFileSize + 1);
+    const QString version = MapsVersion::parse(bytes);
+    if (version.isEmpty()) {
+        m_report->add(versionFile(), Start, "version",
+                      tr("%1 names no version, in one line, and nothing else")
+                          .arg(LintReport::quoted(QString::fromUtf8(bytes))));
+        return;
+    }
+    const QString catalogue = CatalogFiles::catalogName(version);
+    if (!exists(catalogue))
+        m_report->add(versionFile(), Start, "missing-file",
+                      tr("there is no %1").arg(LintReport::quoted(catalogue)));
+    const QString installed = MapsVersion::asInstalled(version);
+    static const QRegularExpression form(QStringLiteral("\\A\\d\\d(\\.\\d\\d){3}\\z"));
+    if (installed != version)
+        m_report->add(versionFile(), Start, "version",
+                      tr("devices read %1 as %2")
+                          .arg(LintReport::quoted(version), LintReport::quoted(installed)));
+    else if (!form.match(version).hasMatch())
+        m_report->add(versionFile(), Start, "version",
+                      tr("%1 is not four parts of two digits").arg(LintReport::quoted(version)));
+}
+
+// Files whose author took another name for the right one.
+void LintFolder::checkFileNames()
+{
+    static const QRegularExpression catalogue(QStringLiteral("\\Acatalog-.+\\.xml\\z"));
+    static const QRegularExpression names(QStringLiteral("\\Aregionname-lang-\\d{3}\\.xml\\z"));
+    static const QRegularExpression meant(
+        QStringLiteral("\\A(catalog|regionname|region-name|content\\.|config\\.|version\\.).*"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QStringList all = QDir(m_folder).entryList(QDir::Files);
+    for (const QString &file : all) {
+        const bool isKnown = catalogue.match(file).hasMatch() || names.match(file).hasMatch()
+            || file == versionFile() || file == LintContent::contentName()
+            || file == LintContent::configName();
+        // A name file of a wrong language code is told of by its own checker.
+        const bool isChecked = file.startsWith(QLatin1String("regionname-lang-"))
+            && file.endsWith(QLatin1String(".xml"));
+        if (!isKnown && !isChecked && meant.match(file).hasMatch())
+            m_report->add(file, {}, "file-name", tr("nobody reads a file of this name"));
+    }
+}
+
+bool LintFolder::exists(const QString &file) const
+{
+    return QFileInfo::exists(m_folder + QLatin1Char('/') + file);
+}
+
+QStringList LintFolder::files(const char *pattern) const
+{
+    QDir dir(m_folder);
+    const QStringList found = dir.entryList({QLatin1String(pattern)}, QDir::Files, QDir::Name);
+    QStringList exact; // QDir takes no notice of case
+    for (const QString &file : found) {
+        if (file.startsWith(QLatin1String(pattern).left(5)) && file.endsWith(QLatin1String(".xml")))
+            exact.append(file);
+    }
+    return exact;
+}
