@@ -18,6 +18,7 @@ struct CommandContext
     Console console;
     SignalWatcher *signalWatcher = nullptr; // not owned
     QString baseUri; ///< checked; ends in "/"
+    QString command; ///< its name
     int timeoutMs = 0; ///< time without any news from the server after which to give up
     bool json = false;
 };
@@ -42,6 +43,8 @@ public:
     /** How many names or ids of regions a command takes. */
     enum class Arguments { None, One, AtLeastOne, Any };
     virtual Arguments wants() const { return Arguments::None; }
+    /** Whether the folder of --data-dir is made if it is not there. */
+    virtual bool makesDataFolder() const { return true; }
     /** Does the work; returns the exit code. */
     virtual int run(const QCommandLineParser &parser, CommandContext &context) = 0;
 };
@@ -58,3 +61,4 @@ void addRemoveCommand(CommandList &commands);
 void addCancelCommand(CommandList &commands);
 void addCitiesCommand(CommandList &commands);
 void addLintCommand(CommandList &commands);
+void addReportCommand(CommandList &commands);

@@ -37,6 +37,7 @@ CommandLine::CommandLine(SignalWatcher *signalWatcher)
     addCancelCommand(m_commands);
     addCitiesCommand(m_commands);
     addLintCommand(m_commands);
+    addReportCommand(m_commands);
 }
 
 void CommandLine::addSharedOptions(QCommandLineParser &parser) const
@@ -116,7 +117,8 @@ int CommandLine::runCommand(Command &command, const QStringList &arguments)
     if (const auto code = checkCount(command, parser.positionalArguments()))
         return *code;
     CommandContext context;
-    if (!prepare(parser, &context))
+    context.command = command.name();
+    if (!prepare(parser, &context) || !prepareDataFolder(command, parser))
         return ExitUsage;
     return command.run(parser, context);
 }
@@ -168,12 +170,18 @@ bool CommandLine::prepare(const QCommandLineParser &parser, CommandContext *cont
         return false;
     }
     context->timeoutMs = seconds * 1000;
-    return !parser.isSet(QStringLiteral("data-dir"))
-        || prepareDataFolder(parser.value(QStringLiteral("data-dir")));
+    return true;
 }
 
-bool CommandLine::prepareDataFolder(const QString &folder)
+bool CommandLine::prepareDataFolder(const Command &command, const QCommandLineParser &parser)
 {
+    if (!parser.isSet(QStringLiteral("data-dir")))
+        return true;
+    const QString folder = parser.value(QStringLiteral("data-dir"));
+    if (!command.makesDataFolder() && !folder.isEmpty()) {
+        DataFolder::lookAt(folder);
+        return true;
+    }
     if (DataFolder::use(folder))
         return true;
     usageError(tr("The folder \"%1\" cannot be used.").arg(folder));

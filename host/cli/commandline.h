@@ -29,7 +29,7 @@ private:
     int runCommand(Command &command, const QStringList &arguments);
     std::optional<int> checkCount(const Command &command, const QStringList &given);
     bool prepare(const QCommandLineParser &parser, CommandContext *context);
-    bool prepareDataFolder(const QString &folder);
+    bool prepareDataFolder(const Command &command, const QCommandLineParser &parser);
     int usageError(const QString &text, const QString &command = QString());
 
     CommandList m_commands;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/console.h"
 
+#include "host/cli/loglines.h"
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -71,6 +72,7 @@ void Console::detail(const QString &line)
 
 void Console::error(const QString &line)
 {
+    LogLines::note(line);
     write(stderr, printable(QLatin1String("vexa-maps: ") + line));
 }
 

@@ -26,6 +26,7 @@ public:
                 QStringLiteral("lint --base-uri https://maps.example.org/map5/ demo/map5")};
     }
     Arguments wants() const override { return Arguments::Any; }
+    bool makesDataFolder() const override { return false; }
 
     int run(const QCommandLineParser &parser, CommandContext &context) override
     {

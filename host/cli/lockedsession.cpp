@@ -2,6 +2,7 @@
 #include "host/cli/lockedsession.h"
 
 #include "catalog/mapcatalog.h"
+#include "host/cli/loglines.h"
 #include "host/shared/datasetswap.h"
 #include "host/shared/leftovers.h"
 #include "host/shared/regionremoval.h"
@@ -52,8 +53,10 @@ int recover(CommandContext &context)
 
 int takeLock(DataSetLock *lock, CommandContext &context)
 {
-    if (lock->tryLock())
+    if (lock->tryLock()) {
+        LogLines::keep(context.command);
         return recover(context);
+    }
     context.console.error(lock->errorString());
     return lock->isHeldByOther() ? ExitLocked : ExitFailure;
 }

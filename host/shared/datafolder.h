@@ -15,5 +15,7 @@ namespace DataFolder {
  * data set, and before a second thread runs. False if the folder cannot be made.
  */
 bool use(const QString &folder);
+/** The same without making anything, for whoever only looks at what is there, if anything. */
+void lookAt(const QString &folder);
 
 } // namespace DataFolder

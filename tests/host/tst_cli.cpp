@@ -48,8 +48,9 @@ void CliTest::helpShowsCommandsExamplesAndExitCodes()
     const ProgramRun run = maps->runRaw({QStringLiteral("--help")});
 
     QCOMPARE(run.code, 0);
-    for (const char *text : {"refresh", "list", "info", "install", "resume", "remove", "status",
-                             "cancel", "cities", "lint", "Examples:", "Exit codes:", "130"})
+    for (const char *text :
+         {"refresh", "list", "info", "install", "resume", "remove", "status", "cancel", "cities",
+          "lint", "report", "Examples:", "Exit codes:", "130"})
         QVERIFY2(run.out.contains(text), text);
     QVERIFY(run.err.isEmpty());
 }
@@ -58,7 +59,7 @@ void CliTest::everyCommandHasHelpWithExamples_data()
 {
     QTest::addColumn<QString>("command");
     for (const char *name : {"refresh", "list", "info", "install", "resume", "remove", "status",
-                             "cancel", "cities", "lint"})
+                             "cancel", "cities", "lint", "report"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
