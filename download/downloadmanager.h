@@ -168,6 +168,7 @@ private:
     bool openSaveFile();
     bool fitSaveFile();
     void transfer();
+    void waitForEnd();
     void beginAttempt();
     bool endsWithoutRequest();
     void sendRequest();

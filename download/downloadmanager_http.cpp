@@ -4,6 +4,8 @@
 
 #include "download/downloadmanager_p.h"
 #include "download/httpanswer_p.h"
+#include "download/pace_p.h"
+#include "download/worker.h"
 #include "plugin/vexaconstants.h"
 #include "plugin/vexasettings.h"
 #include <climits>
@@ -17,12 +19,12 @@
 
 namespace {
 
-constexpr int WaitStep = 20; // ms between two looks at the flags while a reply is awaited
+constexpr int WaitStep = Pace::Step; // ms between two looks at the flags while a reply is awaited
 constexpr int SuspendedStep = 1000; // ms between two looks while suspended
-constexpr qint64 WorthWriting = 256 * 1024; // bytes that are written without further waiting
+constexpr int ChunkInterval = 40; // ms between two resume points, each of which costs two syncs
 // Bytes that Qt may hold for us, and as many again in its own thread. They keep the network busy
 // while the disk is waited for, and are what a download costs of memory.
-constexpr qint64 ReplyBuffer = 2 * 1024 * 1024;
+constexpr qint64 ReplyBuffer = 6 * 1024 * 1024;
 
 // What QFileInfo makes of an address may still be no name for a file, and a save file that can
 // never be opened would hold up the queue for good.
@@ -174,9 +176,28 @@ void DownloadManager::transfer()
         d->interrupted = true;
     if (d->suspended || d->cancelled)
         d->requestDone = true;
-    QTimer tick;
-    connect(&tick, &QTimer::timeout, this, [this] { takeChunk(); });
+    waitForEnd();
+    d->trace(QStringLiteral("Item downloaded. Exiting waiting loop..."));
+    d->heartbeat.stop();
+    // The error came, but the end of the reply did not yet: without its judgement the request
+    // would be sent again and again.
+    if (d->errorSeen && !d->finishedSeen && d->reply && !d->cancelled && !d->suspended)
+        doDownloadFinished();
+    takeChunk();
+    abortCurrentRequest();
+    d->saveFile.close();
+}
+
+// Writes what arrives until the reply is over or nobody wants it any more.
+//
+// Each piece that arrives wakes Qt's HTTP thread and this one, and a slow server's come by the
+// hundred. What the reply may not hold, Qt leaves in the kernel: so both sleep for a step, and then
+// fetch at once what has come meanwhile.
+void DownloadManager::waitForEnd()
+{
+    QTimer tick; // so that no wait for data is longer than a step
     tick.start(WaitStep);
+    Pace pace;
     while (!d->requestDone) {
         if (d->exiting) {
             d->trace(QStringLiteral("Exit received. Suspending..."));
@@ -185,17 +206,19 @@ void DownloadManager::transfer()
             break;
         }
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+        writeArrived();
+        const bool isSlow =
+            pace.isSlow(d->replyBytes, d->transferClock.elapsed()) && d->reply && !d->requestDone;
+        if (isSlow)
+            d->reply->setReadBufferSize(1); // 0 would be no limit
+        if (!d->chunkClock.isValid() || d->chunkClock.elapsed() >= ChunkInterval)
+            takeChunk();
+        if (isSlow) {
+            Worker::threadSleep(WaitStep);
+            d->reply->setReadBufferSize(ReplyBuffer);
+            tick.start(); // else it would be due at once
+        }
     }
-    d->trace(QStringLiteral("Item downloaded. Exiting waiting loop..."));
-    d->heartbeat.stop();
-    tick.stop();
-    // The error came, but the end of the reply did not yet: without its judgement the request
-    // would be sent again and again.
-    if (d->errorSeen && !d->finishedSeen && d->reply && !d->cancelled && !d->suspended)
-        doDownloadFinished();
-    takeChunk();
-    abortCurrentRequest();
-    d->saveFile.close();
 }
 
 void DownloadManager::beginAttempt()
@@ -271,16 +294,9 @@ void DownloadManager::doDownloadReadyRead()
     bool lengthKnown = false;
     const qint64 length = httpHeader(*d->reply, HTTP_CONTENT_LENGTH_TOKEN).toLongLong(&lengthKnown);
     doDownloadProgress(d->replyBytes + d->reply->bytesAvailable(), lengthKnown ? length : -1);
-    if (d->current.type == TestDownloadRequest) {
+    if (d->current.type == TestDownloadRequest)
         L::og()->trace(QStringLiteral("Test request"),
                        QStringLiteral("void DownloadManager::doDownloadReadyRead()"));
-        return;
-    }
-    // A chunk costs two syncs, so it is what comes between two ticks, at any speed.
-    if (!d->chunkClock.isValid() || d->chunkClock.elapsed() >= WaitStep)
-        takeChunk();
-    else if (d->reply->bytesAvailable() >= WorthWriting)
-        writeArrived();
 }
 
 // Qt repeats a request by itself when the connection ends at a certain moment, and hands the body

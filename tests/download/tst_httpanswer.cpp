@@ -2,6 +2,7 @@
 #include "download/httpanswer_p.h"
 
 #include "download/downloadmanager.h"
+#include "download/pace_p.h"
 #include "download/requestqueue.h"
 #include "testutils/temporaryhome.h"
 #include <QTest>
@@ -18,6 +19,9 @@ private Q_SLOTS:
     void judgesABody();
     void takesTheTotalBehindTheOnlySlash_data();
     void takesTheTotalBehindTheOnlySlash();
+    void callsAServerSlowThatSendsLittleInAStep();
+    void callsNoServerSlowThatSendsMuch();
+    void callsNoServerSlowThatHasWaitedForUs();
 };
 
 void HttpAnswerTest::readsAContentRange_data()
@@ -134,6 +138,39 @@ void HttpAnswerTest::takesTheTotalBehindTheOnlySlash()
     QFETCH(QString, value);
 
     QTEST(manager.bytesTotalFromContentRange(value), "total");
+}
+
+void HttpAnswerTest::callsAServerSlowThatSendsLittleInAStep()
+{
+    Pace pace;
+
+    QVERIFY(!pace.isSlow(1000, 1)); // no step is over, it may be the start of a fast one
+    QVERIFY(!pace.isSlow(2000, Pace::Step - 1));
+    QVERIFY(pace.isSlow(3000, Pace::Step));
+    QVERIFY(!pace.isSlow(3000, 2 * Pace::Step)); // nothing has come: it is waited for
+    QVERIFY(pace.isSlow(3001, 3 * Pace::Step));
+    QVERIFY(pace.isSlow(3002, 3 * Pace::Step + 1));
+}
+
+void HttpAnswerTest::callsNoServerSlowThatSendsMuch()
+{
+    Pace pace;
+    qint64 bytes = Pace::LittleInAStep;
+
+    QVERIFY(!pace.isSlow(bytes, Pace::Step));
+    QVERIFY(!pace.isSlow(bytes += 1, Pace::Step + 1)); // a small piece between large ones
+    QVERIFY(!pace.isSlow(bytes += Pace::LittleInAStep, 2 * Pace::Step));
+    QVERIFY(!pace.isSlow(bytes += 1, 2 * Pace::Step + 1));
+    QVERIFY(pace.isSlow(bytes += 1, 3 * Pace::Step)); // until a step brings little
+}
+
+void HttpAnswerTest::callsNoServerSlowThatHasWaitedForUs()
+{
+    Pace pace;
+
+    QVERIFY(pace.isSlow(1000, Pace::Step));
+    QVERIFY(!pace.isSlow(1000 + Pace::LittleInALook, 2 * Pace::Step));
+    QVERIFY(pace.isSlow(2000 + Pace::LittleInALook, 3 * Pace::Step));
 }
 
 QTEST_GUILESS_MAIN(HttpAnswerTest)
