@@ -94,7 +94,7 @@ QString LintArchives::localFile(const LintCatalogue &catalogue, const LintRegion
         url.path(QUrl::FullyEncoded).mid(m_baseUri.path(QUrl::FullyEncoded).size()).toUtf8());
     if (file.isEmpty() || file.endsWith(QLatin1Char('/')))
         return refuse(tr("%1 names a folder and no archive").arg(LintReport::quoted(region.link)));
-    const QString path = QDir::cleanPath(file);
+    QString path = QDir::cleanPath(file);
     if (path == QLatin1String("..") || path.startsWith(QLatin1String("../")))
         return refuse(tr("%1 leads out of what is published").arg(LintReport::quoted(region.link)));
     return path;
