@@ -23,8 +23,9 @@ constexpr int WaitStep = Pace::Step; // ms between two looks at the flags while 
 constexpr int SuspendedStep = 1000; // ms between two looks while suspended
 constexpr int ChunkInterval = 40; // ms between two resume points, each of which costs two syncs
 // Bytes that Qt may hold for us, and as many again in its own thread. They keep the network busy
-// while the disk is waited for, and are what a download costs of memory.
-constexpr qint64 ReplyBuffer = 6 * 1024 * 1024;
+// while the disk is waited for, and are what a download costs of memory. With more the pieces are
+// so large that the C library gives each back to the system, which clears it for the next.
+constexpr qint64 ReplyBuffer = 3 * 1024 * 1024;
 
 // What QFileInfo makes of an address may still be no name for a file, and a save file that can
 // never be opened would hold up the queue for good.
