@@ -56,7 +56,7 @@ std::optional<Place> place64(const ZipDirectory::Reader &reader, const QByteArra
                              qint64 locatorAt)
 {
     const quint64 at = u64(locator, 8);
-    if (at > quint64(locatorAt - End64Size))
+    if (locatorAt < End64Size || at > quint64(locatorAt - End64Size))
         return std::nullopt;
     const auto end = reader(qint64(at), End64Size);
     if (!end || !end->startsWith("PK\6\6") || u32(*end, 16) != 0 || u32(*end, 20) != 0)
