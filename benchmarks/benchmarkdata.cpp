@@ -1,34 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/benchmarkdata.h"
 
+#include "catalog/isocodes.h"
 #include "catalog/mapdata.h"
 #include <algorithm>
 #include <numeric>
 #include <QDir>
 #include <QHash>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 
 namespace {
 
 constexpr int Branches = 20;
-
-QJsonArray isoList(const char *number)
-{
-    const QByteArray bytes =
-        readFile(text("/usr/share/iso-codes/json/iso_%1.json").arg(text(number)));
-    const QJsonArray entries =
-        QJsonDocument::fromJson(bytes).object().value(text(number)).toArray();
-    if (entries.isEmpty())
-        qFatal("The package iso-codes is missing.");
-    return entries;
-}
-
-QByteArray field(const QJsonValue &entry, const char *key)
-{
-    return entry.toObject().value(text(key)).toString().toUtf8();
-}
 
 using Below = QHash<QByteArray, QList<CatalogRegion>>; // by the id of what they belong to
 
@@ -116,21 +98,21 @@ void appendNames(const QList<CatalogRegion> &regions, int *count, QByteArray *xm
 QList<CatalogRegion> BenchmarkData::realRegions()
 {
     Below below;
-    const QJsonArray parts = isoList("3166-2");
+    const QJsonArray parts = IsoCodes::entries("3166-2");
     for (const QJsonValue &entry : parts) {
-        const QByteArray id = field(entry, "code");
+        const QByteArray id = IsoCodes::field(entry, "code");
         const QByteArray country = id.left(2);
-        QByteArray parent = field(entry, "parent");
+        QByteArray parent = IsoCodes::field(entry, "parent");
         if (parent.isEmpty())
             parent = country;
         else if (!parent.contains('-'))
             parent.prepend(country + '-'); // most entries name only the second half
-        below[parent].append({id, field(entry, "name")});
+        below[parent].append({id, IsoCodes::field(entry, "name")});
     }
     QList<CatalogRegion> countries;
-    const QJsonArray names = isoList("3166-1");
+    const QJsonArray names = IsoCodes::entries("3166-1");
     for (const QJsonValue &entry : names) {
-        countries.append({field(entry, "alpha_2"), field(entry, "name")});
+        countries.append({IsoCodes::field(entry, "alpha_2"), IsoCodes::field(entry, "name")});
         nest(&countries.last(), below);
     }
     return countries;

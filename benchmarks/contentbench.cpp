@@ -13,7 +13,6 @@
 #include "catalog/mapdata.h"
 
 #include <memory>
-#include <QGuiApplication>
 #include <QLocale>
 
 namespace {
@@ -132,10 +131,7 @@ void compare(BenchmarkRows &rows, const Size &size)
 
 int main(int count, char *words[])
 {
-    // Only what is shown needs more than the event loop, which is part of what is timed.
-    const bool isShown = count > 2 && qstrcmp(words[2], "show") == 0;
-    const std::unique_ptr<QCoreApplication> application(
-        isShown ? new QGuiApplication(count, words) : new QCoreApplication(count, words));
+    const auto application = makeApplication(count, words);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QLatin1String("--work")) {
         work(arguments.mid(2));

@@ -12,6 +12,7 @@
  */
 #include "benchmarks/benchmarkdata.h"
 #include "benchmarks/benchmarkrows.h"
+#include "benchmarks/loopwatch.h"
 #include "benchmarks/measure.h"
 #include "catalog/mapcatalog.h"
 #include "catalog/mapdata.h"
@@ -28,7 +29,6 @@
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QSet>
-#include <QTimerEvent>
 #include <sys/resource.h>
 #include <unistd.h>
 #include <vector>
@@ -252,29 +252,6 @@ void removePlainly(const QString &listFile)
     tell(withChildren(watch));
 }
 
-/** Measures the longest time, in ms, for which the event loop was not run. */
-class StretchMeter : public QObject
-{
-public:
-    StretchMeter()
-    {
-        m_clock.start();
-        startTimer(0);
-    }
-    double longest() const { return double(qMax(m_longest, m_clock.nsecsElapsed())) / 1e6; }
-
-protected:
-    void timerEvent(QTimerEvent *) override
-    {
-        m_longest = qMax(m_longest, m_clock.nsecsElapsed());
-        m_clock.start();
-    }
-
-private:
-    QElapsedTimer m_clock;
-    qint64 m_longest = 0;
-};
-
 // A page that shows all regions and how many of them are installed.
 const char Page[] = R"(
 import QtQml 2.15
@@ -298,12 +275,12 @@ void measureStretch(const QString &id)
     const std::unique_ptr<QObject> page(component.create());
     if (!page || page->property("count").toInt() == 0)
         qFatal("no page: %s", qPrintable(component.errorString()));
-    const StretchMeter meter;
+    LoopWatch watch;
     if (id.isEmpty())
         catalog.updateLocalContentFile();
     else
         catalog.deleteInstalledRegion(id);
-    tell({{QStringLiteral("stretch"), meter.longest()}});
+    tell({{QStringLiteral("stretch"), watch.longest()}});
 }
 
 void work(const QStringList &arguments)

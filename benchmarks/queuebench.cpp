@@ -9,10 +9,8 @@
 #include "plugin/qtcompat.h"
 
 #include <cstdio>
-#include <ctime>
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QMap>
 #include <QSettings>
@@ -86,24 +84,6 @@ void write(QSettings &settings, const QList<Request> &requests)
     settings.sync();
 }
 
-/** Tells what has passed since it was made. */
-class Stopwatch
-{
-public:
-    Stopwatch() { m_wall.start(); }
-
-    void tellAll() const
-    {
-        const double cpu = double(std::clock() - m_cpu) / CLOCKS_PER_SEC;
-        tell({{QStringLiteral("wall"), double(m_wall.nsecsElapsed()) / 1e9},
-              {QStringLiteral("cpu"), cpu}});
-    }
-
-private:
-    const std::clock_t m_cpu = std::clock();
-    QElapsedTimer m_wall;
-};
-
 // Half of the changes take the oldest out, half put a new one behind the last.
 void changeOurs(int size, int changes)
 {
@@ -117,7 +97,7 @@ void changeOurs(int size, int changes)
         else
             worker.enqueueRequest(request(size + i / 2));
     }
-    watch.tellAll();
+    tell(watch.figures());
 }
 
 void changeBare(const QString &folder, int size, int changes)
@@ -136,7 +116,7 @@ void changeBare(const QString &folder, int size, int changes)
             requests.append(request(size + i / 2));
         write(settings, requests);
     }
-    watch.tellAll();
+    tell(watch.figures());
 }
 
 void loadOurs(int size)
@@ -144,7 +124,7 @@ void loadOurs(int size)
     Worker worker;
     const Stopwatch watch;
     worker.getRequestQueue()->restoreSaved();
-    watch.tellAll();
+    tell(watch.figures());
     if (worker.getRequestQueue()->size() != size)
         giveUp(QStringLiteral("not all were loaded"));
 }
@@ -158,7 +138,7 @@ void rewriteBare(const QString &folder, int size)
     QSettings settings(settingsPath(folder), QSettings::IniFormat);
     VexaCompat::useUtf8(settings);
     write(settings, requests);
-    watch.tellAll();
+    tell(watch.figures());
 }
 
 void work(const QString &what, const QString &folder, int size, int changes)
@@ -211,10 +191,8 @@ private:
                 requests.append(request(i));
             write(settings, requests);
         }
-        Cost cost =
+        const Cost cost =
             measureSelf({what, folder.path(), QString::number(m_size), QString::number(m_changes)});
-        cost.wall = cost.told.value(QStringLiteral("wall")).toDouble();
-        cost.cpu = cost.told.value(QStringLiteral("cpu")).toDouble();
         *left = content(path);
         // The same work leaves the same keys.
         if (!m_ours.isEmpty() && !m_bare.isEmpty() && m_ours != m_bare)

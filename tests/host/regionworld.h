@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "catalog/isocodes.h"
 #include "catalog/mapcatalog.h"
 #include "catalog/mapdata.h"
 #include "host/shared/regionmodel.h"
 #include <QByteArray>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QList>
 #include <QMap>
 #include <QtTest>
@@ -64,15 +62,15 @@ public:
     static QList<WorldRegion> countries()
     {
         QMap<QByteArray, WorldRegion> countries;
-        const QJsonArray names = json("3166-1");
+        const QJsonArray names = IsoCodes::entries("3166-1");
         for (const QJsonValue &entry : names) {
-            const QByteArray id = field(entry, "alpha_2");
-            countries.insert(id, WorldRegion {id, field(entry, "name")});
+            const QByteArray id = IsoCodes::field(entry, "alpha_2");
+            countries.insert(id, WorldRegion {id, IsoCodes::field(entry, "name")});
         }
-        const QJsonArray parts = json("3166-2");
+        const QJsonArray parts = IsoCodes::entries("3166-2");
         for (const QJsonValue &entry : parts) {
-            const QByteArray id = field(entry, "code");
-            countries[id.left(2)].children.append(WorldRegion {id, field(entry, "name")});
+            const QByteArray id = IsoCodes::field(entry, "code");
+            countries[id.left(2)].children.append(WorldRegion {id, IsoCodes::field(entry, "name")});
         }
         return countries.values();
     }
@@ -93,22 +91,6 @@ private:
                 + QByteArray::number(region.size) + "\" Link=\"" + region.link + "\">"
                 + elements(region.children) + "</File>\n";
         return xml;
-    }
-
-    static QJsonArray json(const char *number)
-    {
-        const QByteArray bytes =
-            readFile(text("/usr/share/iso-codes/json/iso_%1.json").arg(text(number)));
-        const QJsonArray entries =
-            QJsonDocument::fromJson(bytes).object().value(text(number)).toArray();
-        if (entries.isEmpty())
-            qFatal("The package iso-codes is missing.");
-        return entries;
-    }
-
-    static QByteArray field(const QJsonValue &entry, const char *key)
-    {
-        return entry.toObject().value(text(key)).toString().toUtf8();
     }
 };
 
