@@ -48,7 +48,7 @@ class VEXA_EXPORT VexaArchive : public QObject
 
 public:
     /** Results. The numbers are fixed: they are logged and go through signals. */
-    enum ArchiveError {
+    enum ArchiveError : int {
         NoError = 0, ///< success
         OpenError = 1, ///< the archive could not be opened
         IterationError = 2, ///< libarchive failed while it read headers or data

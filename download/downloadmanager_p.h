@@ -21,7 +21,7 @@
 class VexaArchive;
 
 /** Codes of the engine's error signal. Sent to QML: never renumber. */
-enum EngineError {
+enum EngineError : int {
     DownloadFailed = 1,
     UncompressFailed = 2,
     MoveFailed = 3,

@@ -11,7 +11,7 @@
  * What a request asks for; also the operation in the engine's signals. The numbers are stored and
  * sent to QML: never renumber them.
  */
-enum RequestType {
+enum RequestType : int {
     TestDownloadRequest = 1, ///< see whether the server answers; payload: the save file's path
     DownloadRequest = 2, ///< fetch a file; payload: the save file's path
     UncompressRequest = 3, ///< unpack an archive; payload: the archive's path
@@ -19,7 +19,7 @@ enum RequestType {
 };
 
 /** How far a request has come. Stored: never renumber; 1 is not used. */
-enum RequestState {
+enum RequestState : int {
     StateNew = 0, ///< queued and not over yet; every request begins here
     StateDone = 2, ///< over, finished() was emitted
     StateFailed = 3, ///< over, error() was emitted

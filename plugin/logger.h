@@ -28,7 +28,7 @@ class VEXA_EXPORT L : public QObject
 
 public:
     /** What setLogLevel() takes; the levels in between are not used. */
-    enum Level {
+    enum Level : int {
         Off = 0, ///< no line passes
         Error = 1, ///< errors pass
         Warning = 2, ///< warnings pass too; the level after construction
