@@ -45,15 +45,32 @@ private:
 };
 
 /**
- * Runs the outer step again and again with the inner one in its first pass, its second, and so on
- * to its last; the looks at the 256 tile folders in bigger steps.
+ * The pass to try after this one. The first four are tried always, of the next sixteen a third:
+ * another one each time, so that several inner steps together come to all. The looks at the 256
+ * tile folders are taken in bigger steps. With VEXA_EVERY_PASS in the environment all of the first
+ * twenty are tried.
+ */
+inline int nextPass(int pass, int round)
+{
+    if (pass >= 20)
+        return pass + 97;
+    if (pass < 4 || qEnvironmentVariableIsSet("VEXA_EVERY_PASS"))
+        return pass + 1;
+    return pass == 4 ? pass + 1 + round % 3 : pass + 3;
+}
+
+/**
+ * Runs the outer step again and again with the inner one in its first pass, then in a later one,
+ * and so on to its last.
  */
 inline void inEveryPass(const Function &prepare, const Function &outer, const Function &inner,
                         const Function &verify)
 {
+    static int round = 0;
+    ++round;
     bool wasInside = true;
     int passes = 0;
-    for (int pass = 1; wasInside; pass += pass < 20 ? 1 : 97) {
+    for (int pass = 1; wasInside; pass = nextPass(pass, round)) {
         prepare();
         EveryPass poke(inner, pass);
         outer();
