@@ -11,6 +11,7 @@ function(vexa_build_settings target)
     endif()
     if(VEXA_SANITIZE)
         list(JOIN VEXA_SANITIZE "," sanitizers)
+        target_compile_definitions(${target} PRIVATE VEXA_SANITIZED)
         target_compile_options(${target} PRIVATE -fsanitize=${sanitizers} -fno-omit-frame-pointer
             -fno-sanitize-recover=all)
         target_link_options(${target} PRIVATE -fsanitize=${sanitizers})

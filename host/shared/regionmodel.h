@@ -117,9 +117,9 @@ private:
     void collect(MapRegion *region);
     void prepareMerge();
     void removeSome();
-    void removeRows(int first, int last);
+    void dropRows(int first, int last);
     void mergeSome();
-    int insertRows(int first, size_t end);
+    int putRows(int first, size_t end);
     void changeRow(int number, const RegionRow &fresh);
     void endTakeOver();
 

@@ -206,13 +206,13 @@ void RegionModel::removeSome()
             continue;
         while (m_cursor > until && !m_keeps[m_cursor - 1])
             --m_cursor;
-        removeRows(int(m_cursor), int(last));
+        dropRows(int(m_cursor), int(last));
     }
     if (m_cursor == 0)
         setPhase(Phase::Merging);
 }
 
-void RegionModel::removeRows(int first, int last)
+void RegionModel::dropRows(int first, int last)
 {
     beginRemoveRows(QModelIndex(), first, last);
     for (int i = first; i <= last; ++i) {
@@ -237,14 +237,14 @@ void RegionModel::mergeSome()
             changeRow(number, *fresh[m_cursor]);
             ++m_cursor;
         } else {
-            m_cursor += size_t(insertRows(number, until));
+            m_cursor += size_t(putRows(number, until));
         }
     }
     if (m_cursor == fresh.size())
         endTakeOver();
 }
 
-int RegionModel::insertRows(int first, size_t end)
+int RegionModel::putRows(int first, size_t end)
 {
     RegionRows &fresh = m_snapshot.rows();
     size_t next = size_t(first);

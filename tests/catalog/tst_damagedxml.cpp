@@ -405,7 +405,7 @@ void DamagedXmlTest::hugeFilesTakeLittleMemory()
     QFETCH(int, ids);
     QFETCH(int, memory);
     qint64 size = 25 * 1024 * 1024;
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VEXA_SANITIZED
     // The checkers take their time, and keep memory aside.
     size /= 5;
     memory = 2000;

@@ -43,7 +43,7 @@ protected:
     std::unique_ptr<QTemporaryDir> m_dir;
     QString m_file;
     QMap<QString, CityIndex> m_entries;
-    const CityIndexListProcessor m_processor;
+    const CityIndexListProcessor m_processor {};
 };
 
 /** Takes the superuser's powers away from this process while it lives; no other user has them. */

@@ -26,6 +26,7 @@ add_library(vexa_steptest STATIC
     download/stepengine.cpp download/stepengine.h)
 vexa_build_settings(vexa_steptest)
 target_link_libraries(vexa_steptest PUBLIC vexa_fakesystem)
+vexa_precompile_like_tests(vexa_steptest)
 vexa_add_test(download/uncompress LIBRARIES vexa_steptest)
 vexa_add_test(download/move LIBRARIES vexa_steptest)
 vexa_add_test(download/networkchange)
@@ -36,7 +37,6 @@ set_property(TEST download/uncompress download/move APPEND PROPERTY ENVIRONMENT
 
 # Loaded into programs without sanitizers too, so it gets no build settings.
 add_library(vexa_killpoints SHARED download/killpoints.cpp)
-set_target_properties(vexa_killpoints PROPERTIES AUTOMOC OFF)
 target_compile_options(vexa_killpoints PRIVATE -Wall -Wextra)
 target_link_libraries(vexa_killpoints PRIVATE ${CMAKE_DL_LIBS})
 add_executable(killchild download/killchild.cpp)

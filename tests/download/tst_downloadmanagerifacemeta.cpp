@@ -87,7 +87,7 @@ void DownloadManagerIfaceMetaTest::invokablesHaveTheirOrderAndNames()
                       "resume()", "cancel(QString url)", "cancel()", "cancelAll()",
                       "allowGprsConnection(bool allow)", "getRequests()", "isInQueue(QString id)",
                       "currentlyActiveId()", "allowGoOnline(bool allow)"}));
-    const auto result = [&meta](const char *signature) {
+    const auto result = [](const char *signature) {
         return QByteArray(meta.method(meta.indexOfMethod(signature)).typeName());
     };
     QCOMPARE(result("getRequests()"), QByteArray("QVariantList"));

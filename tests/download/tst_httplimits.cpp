@@ -142,7 +142,7 @@ void HttpLimitsTest::estimatesATimeForAnySizeThatAServerClaims()
 
 void HttpLimitsTest::keepsItsMemorySmallWhenTheServerIsFast()
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VEXA_SANITIZED
     constexpr qint64 LimitKiB = 200 * KiB; // with the checker's own memory
 #else
     constexpr qint64 LimitKiB = 56 * KiB;

@@ -17,6 +17,8 @@ target_include_directories(vexa_hosttest PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/hos
 target_link_libraries(vexa_hosttest PUBLIC vexa_host vexa_testutils)
 target_compile_definitions(vexa_hosttest PUBLIC VEXA_MAPS_PROGRAM="$<TARGET_FILE:vexa-maps>")
 add_dependencies(vexa_hosttest vexa-maps)
+set_target_properties(vexa_hosttest PROPERTIES AUTOMOC ON) # a class that stands for a D-Bus service
+vexa_precompile_like_tests(vexa_hosttest)
 
 vexa_add_test(host/catalogrefresher LIBRARIES vexa_hosttest)
 vexa_add_test(host/cli LIBRARIES vexa_hosttest)

@@ -46,7 +46,7 @@ QString kilobytes(qint64 before, qint64 after)
 
 bool ProcessMeter::measuresHeap()
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VEXA_SANITIZED
     return false;
 #else
     return true;

@@ -19,6 +19,7 @@ vexa_build_settings(vexa_killworld)
 target_link_libraries(vexa_killworld PUBLIC vexa_hosttest)
 target_compile_definitions(vexa_killworld PRIVATE VEXA_KILLPOINTS="$<TARGET_FILE:vexa_killpoints>")
 add_dependencies(vexa_killworld vexa_killpoints)
+vexa_precompile_like_tests(vexa_killworld)
 vexa_add_test(reliability/killmatrix LIBRARIES vexa_killworld TIMEOUT 600 LABELS sweep)
 vexa_add_test(reliability/killsweep LIBRARIES vexa_killworld TIMEOUT 600 LABELS sweep)
 
