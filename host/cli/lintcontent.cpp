@@ -16,7 +16,6 @@ const QLatin1String MapVersion("map-version");
 const QLatin1String DiskCache("diskcache");
 const QLatin1String Regions("regions");
 const QLatin1String RegionElement("region");
-const QLatin1String Tile("TI");
 const QLatin1String Id("id");
 const QLatin1String Name("name");
 const QLatin1String Path("path");
