@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/xmlfilewriter_p.h"
 
+#include <chrono>
 #include <fcntl.h>
+#include <future>
 #include <QFile>
 #include <QSaveFile>
 #include <sys/stat.h>
 #include <unistd.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -21,17 +25,15 @@ void keepOwner(const QString &path, const QSaveFile &file)
         fchmod(file.handle(), old.st_mode & 07777);
 }
 
-// Each piece is on its way to the disk while the next one is written; then it is waited for. Left
-// to the end, that wait would be for all of them at once. What fails on the way fails again when
-// the file is committed, which waits once more.
-void startWriting(const QSaveFile &file, qint64 begin)
+// Nobody knows how long a disk takes: what waits for it does so in a thread of its own. False if
+// the file is not wanted any more when that has ended.
+bool waitAside(const std::function<void()> &wait, const std::function<bool()> &goesOn)
 {
-    sync_file_range(file.handle(), begin, PieceBytes, SYNC_FILE_RANGE_WRITE);
-}
-
-void waitUntilWritten(const QSaveFile &file, qint64 begin)
-{
-    sync_file_range(file.handle(), begin, PieceBytes, SYNC_FILE_RANGE_WAIT_BEFORE);
+    bool isWanted = true;
+    auto ended = std::async(std::launch::async, wait);
+    while (ended.wait_for(5ms) != std::future_status::ready)
+        isWanted = goesOn() && isWanted;
+    return isWanted;
 }
 
 // The old file's share of the memory goes in pieces, too; it would be given back all at once when
@@ -41,23 +43,22 @@ void forgetCached(const QFile &old, qint64 begin)
     posix_fadvise(old.handle(), begin, PieceBytes, POSIX_FADV_DONTNEED);
 }
 
-bool writeInPieces(QSaveFile *file, const QByteArray &bytes, const std::function<bool()> &goesOn)
+bool writeInPieces(QSaveFile *file, const QByteArray &bytes, const QFile &old,
+                   const std::function<bool()> &goesOn)
 {
-    QFile old(file->fileName());
-    const bool isThere = old.open(QFile::ReadOnly);
     for (int at = 0; at < bytes.size(); at += PieceBytes) {
         const int size = qMin(PieceBytes, int(bytes.size()) - at);
         if (file->write(bytes.constData() + at, size) != size || !file->flush())
             return false;
-        startWriting(*file, at);
-        if (at > 0)
-            waitUntilWritten(*file, at - PieceBytes);
-        if (isThere)
+        if (old.isOpen())
             forgetCached(old, at);
-        if (goesOn && !goesOn())
+        if (!goesOn())
             return false;
     }
-    return true;
+    // The system tells of an error once only. The commit finds little to wait for then.
+    bool isOnDisk = false;
+    const bool isWanted = waitAside([&] { isOnDisk = fdatasync(file->handle()) == 0; }, goesOn);
+    return isWanted && isOnDisk;
 }
 
 } // namespace
@@ -86,9 +87,19 @@ void XmlFileWriter::replace(const QString &path, const QByteArray &bytes,
         return;
     keepOwner(path, file);
     // What fails is not reported; a file that is not committed leaves the old one as it was.
-    const bool isSmall = bytes.size() <= PieceBytes;
-    if (isSmall ? file.write(bytes) == bytes.size() : writeInPieces(&file, bytes, goesOn))
+    if (bytes.size() <= PieceBytes || !goesOn) {
+        if (file.write(bytes) == bytes.size())
+            file.commit();
+        else
+            file.cancelWriting();
+        return;
+    }
+    // As long as it is open, its blocks are not given back; of a large file that takes a while.
+    QFile old(path);
+    old.open(QFile::ReadOnly);
+    if (writeInPieces(&file, bytes, old, goesOn))
         file.commit();
     else
         file.cancelWriting();
+    waitAside([&old] { old.close(); }, goesOn);
 }

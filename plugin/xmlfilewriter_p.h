@@ -21,8 +21,9 @@ QString writable(QString text);
  * a link stays a link. If the folder takes no new file, the old one is overwritten. If neither can
  * be done the old file stays as it was, and nothing is reported.
  *
- * A large file goes to the disk in pieces, each of which takes no longer than a frame of the user
- * interface may. After each of them goesOn is called; if it returns false, the old file stays.
+ * A large file is written in pieces, each of which takes no longer than a frame of the user
+ * interface may. After each of them, and again and again while the disk is waited for, goesOn is
+ * called, in the caller's thread; if it returns false, the old file stays.
  */
 void replace(const QString &path, const QByteArray &bytes,
              const std::function<bool()> &goesOn = nullptr);

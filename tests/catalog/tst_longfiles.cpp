@@ -23,6 +23,7 @@ private Q_SLOTS:
     void theEventLoopRunsWhileTilesAreRead();
     void theEventLoopRunsWhileNamesAreRead();
     void theEventLoopRunsWhileOldRegionsGo();
+    void aDeletionRunsTheEventLoopForEachOtherRegion();
     void theCatalogueMayDieMeanwhile();
 
 private:
@@ -175,6 +176,28 @@ void LongFilesTest::theEventLoopRunsWhileOldRegionsGo()
 
     QVERIFY2(passes > Regions / 1000, qPrintable(QString::number(passes)));
     QCOMPARE(old.count(nullptr), Regions);
+}
+
+void LongFilesTest::aDeletionRunsTheEventLoopForEachOtherRegion()
+{
+    constexpr int Others = 50;
+    QList<ContentRegion> installed {{"0", {"b/4/own.cdt", "b/4/shared.cdt"}}};
+    for (int i = 1; i <= Others; ++i)
+        installed.append({QByteArray::number(i), {"b/4/shared.cdt"}});
+    m_data->setContent(installed);
+    m_data->makeTile("b/4/own.cdt");
+    m_data->makeTile("b/4/shared.cdt");
+    MapCatalog catalog;
+    catalog.updateCatalog();
+    int passes = 0;
+    // As long as this tile is there, the others are being asked whether they use it.
+    const EveryPass look([&] { passes += m_data->hasTile("b/4/own.cdt"); });
+
+    catalog.deleteInstalledRegion(text("0"));
+
+    QVERIFY2(passes >= Others, qPrintable(QString::number(passes)));
+    QVERIFY(!m_data->hasTile("b/4/own.cdt"));
+    QVERIFY(m_data->hasTile("b/4/shared.cdt"));
 }
 
 // In the reading of the names and of the tiles, and while the old regions go. That nothing is
