@@ -52,10 +52,9 @@ int showRegions(int expected)
     QQmlApplicationEngine engine;
     loadPlugin(&engine);
     UiEngine::prepareEngine(&engine, &session);
-    if (!UiEngine::loadWindow(&engine))
+    if (!UiEngine::loadWindow(&engine, QSize(1100, 760)))
         return EXIT_FAILURE;
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
-    window->resize(1100, 760);
     const auto isListed = [&session, expected] {
         return session.isOpen() && !session.regions()->loading()
             && session.regions()->count() == expected;

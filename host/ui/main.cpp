@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <QGuiApplication>
 #include <QIcon>
-#include <QQuickWindow>
 #include <QScreen>
 
 namespace {
@@ -28,14 +27,11 @@ int usageError(const QString &text)
     return ExitUsage;
 }
 
-void sizeWindow(QQuickWindow *window, QSize size)
+QSize windowSize(const UiOptions &options)
 {
-    if (size.isValid()) {
-        window->resize(size);
-        return;
-    }
-    const QSize screen = window->screen()->availableSize();
-    window->resize(QSize(1100, 760).boundedTo(screen));
+    if (options.size.isValid())
+        return options.size;
+    return QSize(1100, 760).boundedTo(QGuiApplication::primaryScreen()->availableSize());
 }
 
 int runApp(const UiOptions &options)
@@ -52,9 +48,8 @@ int runApp(const UiOptions &options)
         session.showStyle(options.style);
     QQmlApplicationEngine engine;
     UiEngine::prepareEngine(&engine, &session);
-    if (!UiEngine::loadWindow(&engine))
+    if (!UiEngine::loadWindow(&engine, windowSize(options)))
         return EXIT_FAILURE;
-    sizeWindow(qobject_cast<QQuickWindow *>(engine.rootObjects().first()), options.size);
     QMetaObject::invokeMethod(&session, &MapsSession::open, Qt::QueuedConnection);
     return QGuiApplication::exec();
 }

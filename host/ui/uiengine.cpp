@@ -45,8 +45,11 @@ void UiEngine::prepareEngine(QQmlEngine *engine, MapsSession *session)
     engine->rootContext()->setContextProperty(QStringLiteral("log"), L::og());
 }
 
-bool UiEngine::loadWindow(QQmlApplicationEngine *engine)
+bool UiEngine::loadWindow(QQmlApplicationEngine *engine, QSize size)
 {
+    if (size.isValid())
+        engine->setInitialProperties(
+            {{QStringLiteral("width"), size.width()}, {QStringLiteral("height"), size.height()}});
     engine->load(QUrl(QStringLiteral("qrc:/qml/VexaMaps/Main.qml")));
     return !engine->rootObjects().isEmpty();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QQmlApplicationEngine>
+#include <QSize>
 
 class MapsSession;
 
@@ -17,7 +18,10 @@ void prepareProcess();
  */
 void prepareEngine(QQmlEngine *engine, MapsSession *session);
 
-/** Loads the window; false if it cannot be made, which Qt has told then. */
-bool loadWindow(QQmlApplicationEngine *engine);
+/**
+ * Loads the window; false if it cannot be made, which Qt has told then. Whoever knows its size says
+ * it here: otherwise the window is made for a phone first.
+ */
+bool loadWindow(QQmlApplicationEngine *engine, QSize size = QSize());
 
 } // namespace UiEngine

@@ -110,66 +110,69 @@ ApplicationWindow {
         anchors.fill: parent
         spacing: 0
 
-        Rectangle {
-            visible: window.wide
-            color: Theme.surface
+        Loader {
+            active: window.wide
+            visible: active
             Layout.fillHeight: true
             Layout.preferredWidth: 232
+            sourceComponent: Rectangle {
+                color: Theme.surface
 
-            ColumnLayout {
-                anchors.fill: parent
-                anchors.margins: 12
-                spacing: 4
+                ColumnLayout {
+                    anchors.fill: parent
+                    anchors.margins: 12
+                    spacing: 4
 
-                RowLayout {
-                    spacing: 12
-                    Layout.leftMargin: 12
-                    Layout.topMargin: Theme.unit
-                    Layout.bottomMargin: Theme.gap
+                    RowLayout {
+                        spacing: 12
+                        Layout.leftMargin: 12
+                        Layout.topMargin: Theme.unit
+                        Layout.bottomMargin: Theme.gap
 
-                    Image {
-                        source: "qrc:/icons/vexa-maps-ui.svg"
-                        sourceSize: Qt.size(72, 72)
-                        Layout.preferredWidth: 36
-                        Layout.preferredHeight: 36
-                        Accessible.ignored: true
+                        Image {
+                            source: "qrc:/icons/vexa-maps-ui.svg"
+                            sourceSize: Qt.size(72, 72)
+                            Layout.preferredWidth: 36
+                            Layout.preferredHeight: 36
+                            Accessible.ignored: true
+                        }
+                        TextLabel {
+                            text: window.title
+                            font.pixelSize: Theme.heading
+                            font.weight: Font.DemiBold
+                            Layout.fillWidth: true
+                        }
                     }
-                    TextLabel {
-                        text: window.title
-                        font.pixelSize: Theme.heading
-                        font.weight: Font.DemiBold
+                    Repeater {
+                        model: entries.items
+
+                        NavButton {
+                            lying: true
+                            text: modelData.text
+                            iconName: modelData.icon
+                            badge: index === entries.transfersPage ? entries.transfers : 0
+                            current: window.page === index
+                                     || (window.page === window.updatePage
+                                         && window.pageBefore === index)
+                            Layout.fillWidth: true
+                            onClicked: window.show(index)
+                        }
+                    }
+                    Item {
+                        Layout.fillHeight: true
+                    }
+                    DeviceSummary {
+                        visible: session.isOpen
                         Layout.fillWidth: true
+                        Layout.margins: 12
                     }
                 }
-                Repeater {
-                    model: entries.items
-
-                    NavButton {
-                        lying: true
-                        text: modelData.text
-                        iconName: modelData.icon
-                        badge: index === entries.transfersPage ? entries.transfers : 0
-                        current: window.page === index
-                                 || (window.page === window.updatePage
-                                     && window.pageBefore === index)
-                        Layout.fillWidth: true
-                        onClicked: window.show(index)
-                    }
+                Rectangle {
+                    width: 1
+                    height: parent.height
+                    anchors.right: parent.right
+                    color: Theme.line
                 }
-                Item {
-                    Layout.fillHeight: true
-                }
-                DeviceSummary {
-                    visible: session.isOpen
-                    Layout.fillWidth: true
-                    Layout.margins: 12
-                }
-            }
-            Rectangle {
-                width: 1
-                height: parent.height
-                anchors.right: parent.right
-                color: Theme.line
             }
         }
         ColumnLayout {
@@ -206,34 +209,37 @@ ApplicationWindow {
                     onTriggered: session.open()
                 }
             }
-            Rectangle {
-                visible: !window.wide
-                color: Theme.surface
-                implicitHeight: 64
+            Loader {
+                active: !window.wide
+                visible: active
                 Layout.fillWidth: true
+                sourceComponent: Rectangle {
+                    color: Theme.surface
+                    implicitHeight: 64
 
-                Rectangle {
-                    width: parent.width
-                    height: 1
-                    color: Theme.line
-                }
-                RowLayout {
-                    anchors.fill: parent
-                    spacing: 0
+                    Rectangle {
+                        width: parent.width
+                        height: 1
+                        color: Theme.line
+                    }
+                    RowLayout {
+                        anchors.fill: parent
+                        spacing: 0
 
-                    Repeater {
-                        model: entries.items
+                        Repeater {
+                            model: entries.items
 
-                        NavButton {
-                            text: modelData.text
-                            iconName: modelData.icon
-                            badge: index === entries.transfersPage ? entries.transfers : 0
-                            current: window.page === index
-                                 || (window.page === window.updatePage
-                                     && window.pageBefore === index)
-                            Layout.fillWidth: true
-                            Layout.preferredWidth: 1
-                            onClicked: window.show(index)
+                            NavButton {
+                                text: modelData.text
+                                iconName: modelData.icon
+                                badge: index === entries.transfersPage ? entries.transfers : 0
+                                current: window.page === index
+                                     || (window.page === window.updatePage
+                                         && window.pageBefore === index)
+                                Layout.fillWidth: true
+                                Layout.preferredWidth: 1
+                                onClicked: window.show(index)
+                            }
                         }
                     }
                 }
@@ -262,8 +268,9 @@ ApplicationWindow {
         Item {
             id: shown
 
-            readonly property var list: [regionsPage, installedPage, transfersPage][window.page]
-            readonly property bool hasPane: window.roomy && list !== undefined && list.hasDetails
+            readonly property var list: [regionsPage, installedPage.item,
+                                         transfersPage.item][window.page] || null
+            readonly property bool hasPane: window.roomy && list !== null && list.hasDetails
 
             function showDetails(id) {
                 if (hasPane)
@@ -277,7 +284,6 @@ ApplicationWindow {
             function focusSearch() {
                 regionsPage.focusSearch()
             }
-
 
             StackLayout {
                 currentIndex: window.page
@@ -294,29 +300,36 @@ ApplicationWindow {
                     detailsBeside: shown.hasPane
                     onSheetAsked: id => shown.showDetails(id)
                 }
-                InstalledPage {
+                LazyPage {
                     id: installedPage
 
-                    objectName: "installedPage"
-                    update: window.update
-                    newerVersion: window.newerVersion
-                    onUpdateAsked: window.showUpdate()
-                    focus: window.page === 1
-                    freeSpaceElsewhere: window.wide
-                    detailsBeside: shown.hasPane
-                    onSheetAsked: id => shown.showDetails(id)
-                    onRemovalAsked: id => removal.ask(id)
-                    onBrowsingAsked: window.show(0)
+                    current: window.page === 1
+                    sourceComponent: InstalledPage {
+                        objectName: "installedPage"
+                        update: window.update
+                        newerVersion: window.newerVersion
+                        onUpdateAsked: window.showUpdate()
+                        focus: true
+                        freeSpaceElsewhere: window.wide
+                        detailsBeside: shown.hasPane
+                        onSheetAsked: id => shown.showDetails(id)
+                        onRemovalAsked: id => removal.ask(id)
+                        onBrowsingAsked: window.show(0)
+                    }
                 }
-                TransfersPage {
+                LazyPage {
                     id: transfersPage
 
-                    objectName: "transfersPage"
-                    focus: window.page === 2
-                    detailsBeside: shown.hasPane
-                    onSheetAsked: id => shown.showDetails(id)
-                    onBrowsingAsked: window.show(0)
+                    current: window.page === 2
+                    sourceComponent: TransfersPage {
+                        objectName: "transfersPage"
+                        focus: true
+                        detailsBeside: shown.hasPane
+                        onSheetAsked: id => shown.showDetails(id)
+                        onBrowsingAsked: window.show(0)
+                    }
                 }
+                // At once: made in sight, its rows of wrapped text find no height on Qt 5.
                 SettingsPage {
                     objectName: "settingsPage"
                     focus: window.page === 3
@@ -324,12 +337,15 @@ ApplicationWindow {
                     newerVersion: window.newerVersion
                     onUpdateAsked: window.showUpdate()
                 }
-                UpdatePage {
-                    objectName: "updatePage"
-                    focus: window.page === window.updatePage
-                    update: window.update
-                    newerVersion: window.newerVersion
-                    onBackAsked: window.goBack()
+                LazyPage {
+                    current: window.page === window.updatePage
+                    sourceComponent: UpdatePage {
+                        objectName: "updatePage"
+                        focus: true
+                        update: window.update
+                        newerVersion: window.newerVersion
+                        onBackAsked: window.goBack()
+                    }
                 }
             }
             Loader {
@@ -343,16 +359,54 @@ ApplicationWindow {
                     onRemovalAsked: id => removal.ask(id)
                 }
             }
-            RegionSheet {
+            // The dialogs are made when they are asked for.
+            Loader {
                 id: sheet
 
+                function show(id) {
+                    active = true
+                    item.dialog.show(id)
+                }
+                function close() {
+                    if (item)
+                        item.dialog.close()
+                }
+
                 objectName: "regionSheet"
-                onRemovalAsked: id => removal.ask(id)
+                active: false
+                sourceComponent: Item {
+                    readonly property alias dialog: regionSheet
+
+                    RegionSheet {
+                        id: regionSheet
+
+                        onRemovalAsked: id => removal.ask(id)
+                    }
+                }
             }
-            RemoveDialog {
+            Loader {
                 id: removal
 
+                readonly property bool counted: item !== null && item.dialog.counted
+
+                function ask(id) {
+                    active = true
+                    item.dialog.ask(id)
+                }
+                function close() {
+                    if (item)
+                        item.dialog.close()
+                }
+
                 objectName: "removeDialog"
+                active: false
+                sourceComponent: Item {
+                    readonly property alias dialog: removeDialog
+
+                    RemoveDialog {
+                        id: removeDialog
+                    }
+                }
             }
             Connections {
                 target: session.installer
@@ -365,12 +419,13 @@ ApplicationWindow {
         }
     }
 
-    Banner {
+    Loader {
         id: notice
 
         function show(words, error) {
-            text = words
-            isError = error
+            active = true
+            item.text = words
+            item.isError = error
             visible = true
             if (error)
                 hide.stop()
@@ -379,16 +434,19 @@ ApplicationWindow {
         }
 
         objectName: "notice"
+        active: false
         visible: false
-        closable: true
         width: Math.min(parent.width - 32, 480)
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.horizontalCenterOffset: window.wide ? (Theme.mirrored ? -116 : 116) : 0
         anchors.bottom: parent.bottom
         anchors.bottomMargin: window.wide ? 24 : 64 + 12
-        border.width: 1
-        border.color: letters
-        onClosed: visible = false
+        sourceComponent: Banner {
+            closable: true
+            border.width: 1
+            border.color: letters
+            onClosed: notice.visible = false
+        }
 
         Timer {
             id: hide

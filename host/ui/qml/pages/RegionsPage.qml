@@ -159,34 +159,40 @@ FocusScope {
                 visible: page.searching
                 markedId: page.detailsBeside ? page.chosenId : ""
                 search: search.words
-                treeMode: !page.searching // All regions would be a lot of rows for nobody.
+                // Out of sight it needs no rows: in no region.
+                treeMode: !page.searching
+                parentId: "none"
                 onPressed: region => page.press(region)
                 delegate: BrowseRow {
                     showPath: true
                     onClicked: page.press(region)
                 }
             }
-            EmptyState {
-                visible: page.searching && results.shown === 0
-                iconName: "search"
-                title: qsTr("No map has this name")
-                text: qsTr("Try fewer letters, or the name in another language.")
+            Loader {
+                active: page.searching && results.shown === 0
                 anchors.centerIn: parent
                 width: Math.min(parent.width - 48, 400)
+                sourceComponent: EmptyState {
+                    iconName: "search"
+                    title: qsTr("No map has this name")
+                    text: qsTr("Try fewer letters, or the name in another language.")
+                }
             }
-            EmptyState {
-                objectName: "noCatalog"
-                visible: page.empty
-                iconName: "globe"
-                title: qsTr("No maps are known yet")
-                text: qsTr("Fetch the list of maps from the server first. It is small; the maps "
-                           + "themselves are downloaded one by one, as you choose.")
-                actionText: qsTr("Fetch the list")
-                actionIcon: "refresh"
-                busy: session.refreshing || !session.ready
+            Loader {
+                active: page.empty
                 anchors.centerIn: parent
                 width: Math.min(parent.width - 48, 400)
-                onTriggered: session.refresh()
+                sourceComponent: EmptyState {
+                    objectName: "noCatalog"
+                    iconName: "globe"
+                    title: qsTr("No maps are known yet")
+                    text: qsTr("Fetch the list of maps from the server first. It is small; the "
+                               + "maps themselves are downloaded one by one, as you choose.")
+                    actionText: qsTr("Fetch the list")
+                    actionIcon: "refresh"
+                    busy: session.refreshing || !session.ready
+                    onTriggered: session.refresh()
+                }
             }
         }
     }

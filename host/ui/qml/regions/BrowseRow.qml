@@ -19,14 +19,17 @@ RegionRow {
         color: Theme.accent
         onClicked: Actions.install(row.region.regionId)
     }
-    IconButton {
-        visible: row.region.pending
-        enabled: Actions.blockade === ""
-        focusPolicy: row.buttonFocus
-        text: qsTr("Cancel %1").arg(row.region.name)
-        iconName: "close"
-        color: Theme.secondaryText
-        onClicked: Actions.cancel(row.region.regionId)
+    Loader {
+        active: row.region.pending
+        visible: active
+        sourceComponent: IconButton {
+            enabled: Actions.blockade === ""
+            focusPolicy: row.buttonFocus
+            text: qsTr("Cancel %1").arg(row.region.name)
+            iconName: "close"
+            color: Theme.secondaryText
+            onClicked: Actions.cancel(row.region.regionId)
+        }
     }
     Icon {
         visible: row.region.hasChildren || row.region.installed

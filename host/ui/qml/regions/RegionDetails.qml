@@ -55,11 +55,14 @@ ColumnLayout {
         font.pixelSize: 14
         Layout.fillWidth: true
     }
-    ProgressLine {
-        visible: details.region.pending === true
-        fraction: details.region.progress === undefined ? -1 : details.region.progress
-        resting: details.region.state === "queued" || details.region.state === "waiting"
+    Loader {
+        active: details.region.pending === true
+        visible: active
         Layout.fillWidth: true
+        sourceComponent: ProgressLine {
+            fraction: details.region.progress === undefined ? -1 : details.region.progress
+            resting: details.region.state === "queued" || details.region.state === "waiting"
+        }
     }
     Repeater {
         model: [

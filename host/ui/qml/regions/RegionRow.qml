@@ -88,12 +88,15 @@ ItemDelegate {
             Layout.fillWidth: true
             spacing: 2
 
-            TextLabel {
-                visible: text !== ""
-                text: row.showPath ? row.region.path : ""
-                color: Theme.secondaryText
-                font.pixelSize: Theme.small
+            Loader {
+                active: row.showPath && row.region.path !== ""
+                visible: active
                 Layout.fillWidth: true
+                sourceComponent: TextLabel {
+                    text: row.region.path
+                    color: Theme.secondaryText
+                    font.pixelSize: Theme.small
+                }
             }
             TextLabel {
                 text: row.region.name
@@ -107,21 +110,27 @@ ItemDelegate {
                 font.pixelSize: 14
                 Layout.fillWidth: true
             }
-            ProgressLine {
-                visible: row.region.pending
-                fraction: row.region.state === "queued" ? 0 : row.region.progress
-                resting: row.region.state === "queued" || row.region.state === "waiting"
+            Loader {
+                active: row.region.pending
+                visible: active
                 Layout.fillWidth: true
                 Layout.topMargin: 6
+                sourceComponent: ProgressLine {
+                    fraction: row.region.state === "queued" ? 0 : row.region.progress
+                    resting: row.region.state === "queued" || row.region.state === "waiting"
+                }
             }
-            TextLabel {
-                visible: row.sizeOf === "progress" && row.region.pending
-                         && row.region.bytesTotal > 0
-                text: qsTr("%1 of %2").arg(Words.size(row.region.bytesReceived))
-                                      .arg(Words.size(row.region.bytesTotal))
-                color: Theme.secondaryText
-                font.pixelSize: Theme.small
+            Loader {
+                active: row.sizeOf === "progress" && row.region.pending
+                        && row.region.bytesTotal > 0
+                visible: active
                 Layout.fillWidth: true
+                sourceComponent: TextLabel {
+                    text: qsTr("%1 of %2").arg(Words.size(row.region.bytesReceived))
+                                          .arg(Words.size(row.region.bytesTotal))
+                    color: Theme.secondaryText
+                    font.pixelSize: Theme.small
+                }
             }
         }
         RowLayout {
