@@ -211,7 +211,7 @@ void DownloadManager::waitForEnd()
         const bool isSlow =
             pace.isSlow(d->replyBytes, d->transferClock.elapsed()) && d->reply && !d->requestDone;
         if (isSlow)
-            d->reply->setReadBufferSize(1); // 0 would be no limit
+            d->reply->setReadBufferSize(Pace::HeldBack);
         if (!d->chunkClock.isValid() || d->chunkClock.elapsed() >= ChunkInterval)
             takeChunk();
         if (isSlow) {

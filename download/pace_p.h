@@ -17,6 +17,8 @@ public:
     static constexpr int Step = 20; ///< ms
     static constexpr qint64 LittleInAStep = 2 * 1024 * 1024; ///< bytes
     static constexpr qint64 LittleInALook = 128 * 1024; ///< bytes
+    /** Bytes that a reply may hold while its reader sleeps; none would mean any number. */
+    static constexpr qint64 HeldBack = 1;
 
     /**
      * To be told after each look how many bytes of the reply have been read so far, and the time,
@@ -30,7 +32,8 @@ public:
             m_bytesBeforeStep = bytes;
             m_stepBegan = now;
         }
-        return m_wasSlow && brought > 0 && brought < LittleInALook;
+        // Behind the byte that was held back there is more on its way.
+        return m_wasSlow && brought > HeldBack && brought < LittleInALook;
     }
 
 private:

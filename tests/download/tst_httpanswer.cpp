@@ -148,8 +148,8 @@ void HttpAnswerTest::callsAServerSlowThatSendsLittleInAStep()
     QVERIFY(!pace.isSlow(2000, Pace::Step - 1));
     QVERIFY(pace.isSlow(3000, Pace::Step));
     QVERIFY(!pace.isSlow(3000, 2 * Pace::Step)); // nothing has come: it is waited for
-    QVERIFY(pace.isSlow(3001, 3 * Pace::Step));
-    QVERIFY(pace.isSlow(3002, 3 * Pace::Step + 1));
+    QVERIFY(!pace.isSlow(3000 + Pace::HeldBack, 3 * Pace::Step)); // the rest comes behind it
+    QVERIFY(pace.isSlow(4000, 3 * Pace::Step + 1));
 }
 
 void HttpAnswerTest::callsNoServerSlowThatSendsMuch()
@@ -158,10 +158,10 @@ void HttpAnswerTest::callsNoServerSlowThatSendsMuch()
     qint64 bytes = Pace::LittleInAStep;
 
     QVERIFY(!pace.isSlow(bytes, Pace::Step));
-    QVERIFY(!pace.isSlow(bytes += 1, Pace::Step + 1)); // a small piece between large ones
+    QVERIFY(!pace.isSlow(bytes += 2, Pace::Step + 1)); // a small piece between large ones
     QVERIFY(!pace.isSlow(bytes += Pace::LittleInAStep, 2 * Pace::Step));
-    QVERIFY(!pace.isSlow(bytes += 1, 2 * Pace::Step + 1));
-    QVERIFY(pace.isSlow(bytes += 1, 3 * Pace::Step)); // until a step brings little
+    QVERIFY(!pace.isSlow(bytes += 2, 2 * Pace::Step + 1));
+    QVERIFY(pace.isSlow(bytes += 2, 3 * Pace::Step)); // until a step brings little
 }
 
 void HttpAnswerTest::callsNoServerSlowThatHasWaitedForUs()
