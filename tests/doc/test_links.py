@@ -11,7 +11,8 @@ LINK = re.compile(r"\]\(([^)\s]+)\)")
 
 
 def pages():
-    return [ROOT / "README.md", ROOT / "CONTRIBUTING.md", *sorted((ROOT / "doc").rglob("*.md"))]
+    return [ROOT / "README.md", ROOT / "CONTRIBUTING.md", *sorted((ROOT / "doc").rglob("*.md")),
+            *sorted((ROOT / "examples").rglob("*.md"))]
 
 
 def links(page):

@@ -23,6 +23,7 @@ foreach(step IN ITEMS install names find_package pkg-config qml)
     vexa_add_install_test(${step})
 endforeach()
 if(TARGET vexa-maps-ui)
+    vexa_add_install_test(qml-page) # Qt Quick is there
     vexa_add_install_test(ui)
 endif()
 
