@@ -182,23 +182,25 @@ private:
     void onFinished(int operation, const QString &url, const QString &id);
     void onError(int operation, const QString &id, int code, const QString &url);
     static RegionStatus failureStatus(int code, const QString &id);
-    void noteBroken(const QString &id);
-    void takeUpBroken();
-    void waitForNetwork(PendingInstall entry, const QString &id);
     void onOtherSize(const QString &id, int attempt, qint64 bytes);
     void giveUp(Run *run, const RegionStatus &status);
     void onMoveFinished(const Run &run);
     void queueLookForVanished();
     void lookForVanished();
     void settleVanished(const Run &run);
-    void applyNetwork();
-    void holdEngine();
-    void updateWaiting();
-    bool networkUsable() const;
-    WaitReason currentWait() const;
     Run *findRun(const QString &id, const QString &url);
     void dropRun(const Run &run);
     void cancelInEngine(const QString &url);
+
+    // Network and pause; regioninstaller_network.cpp.
+    void applyNetwork();
+    void holdEngine();
+    bool networkUsable() const;
+    WaitReason currentWait() const;
+    void updateWaiting();
+    void noteBroken(const QString &id);
+    void takeUpBroken();
+    void waitForNetwork(PendingInstall entry, const QString &id);
 
     // Requests and the catalogue; regioninstaller.cpp.
     bool refuse(const QString &why);
