@@ -3,7 +3,6 @@
 #define VEXA_CONTENTFILE_P_H
 
 #include "catalog/tiletree_p.h"
-#include "vexa_export.h"
 #include <functional>
 #include <QByteArray>
 #include <QHash>
@@ -48,17 +47,15 @@ QStringList readIds(const QString &path);
 QString readMapVersion(const QString &path);
 
 /**
- * The tables; empty if there is an error anywhere in the file or the pause has ended it. Exported
- * for the fuzzing.
+ * The tables; empty if there is an error anywhere in the file or the pause has ended it.
  */
-VEXA_EXPORT Tables readTables(const QString &path, const Pause &pause = Pause());
+Tables readTables(const QString &path, const Pause &pause = Pause());
 
 /**
  * The bytes of the file. Runs the event loop after each tile and each region, so it must not be
- * given anything that can end meanwhile. Exported for the fuzzing.
+ * given anything that can end meanwhile.
  */
-VEXA_EXPORT QByteArray write(const QString &mapVersion, QList<TileTree::Folder> folders,
-                             QList<Region> regions);
+QByteArray write(const QString &mapVersion, QList<TileTree::Folder> folders, QList<Region> regions);
 
 /** The bytes of a file of this version that lists neither tiles nor regions. */
 QByteArray writeEmpty(const QString &mapVersion);

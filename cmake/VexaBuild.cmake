@@ -25,6 +25,16 @@ function(vexa_build_settings target)
     endif()
 endfunction()
 
+# vexa_inner: objects of the library that our own programs, tests and fuzzers link as well, so that it
+# need not export what no host is meant to use. Only for what keeps no state: there are two of each.
+function(vexa_inner_library target)
+    list(JOIN ARGN "|" names)
+    add_library(vexa_inner STATIC
+        "$<FILTER:$<TARGET_OBJECTS:${target}>,INCLUDE,/(${names})\\.cpp\\.o$>")
+    set_target_properties(vexa_inner PROPERTIES LINKER_LANGUAGE CXX AUTOMOC OFF)
+    target_link_libraries(vexa_inner PUBLIC Vexa::Vexa)
+endfunction()
+
 # Most of the compile time goes into Qt's headers. With VEXA_PRECOMPILED_HEADERS they are compiled
 # once a target; each source still includes what it uses, because usual builds have none of this.
 function(vexa_precompile target)

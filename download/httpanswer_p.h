@@ -2,12 +2,11 @@
 #ifndef VEXA_HTTPANSWER_P_H
 #define VEXA_HTTPANSWER_P_H
 
-#include "vexa_export.h"
 #include <QString>
 #include <QtGlobal>
 
 /** What a Content-Range header says: which bytes of a file of which size. */
-struct VEXA_EXPORT ContentRange
+struct ContentRange
 {
     /** Reads "bytes 100-199/2000"; parts that are missing or no numbers stay -1. */
     static ContentRange parse(const QString &value);
@@ -38,7 +37,6 @@ enum class BodyUse {
  * Judges an answer by its status and Content-Range. start is the byte from which the file was
  * asked for; knownTotal is the file's size as earlier answers told it, 0 or less if unknown.
  */
-VEXA_EXPORT BodyUse judgeBody(int httpStatus, const ContentRange &range, qint64 start,
-                              qint64 knownTotal);
+BodyUse judgeBody(int httpStatus, const ContentRange &range, qint64 start, qint64 knownTotal);
 
 #endif

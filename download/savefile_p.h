@@ -2,7 +2,6 @@
 #ifndef VEXA_SAVEFILE_P_H
 #define VEXA_SAVEFILE_P_H
 
-#include "vexa_export.h"
 #include <QByteArray>
 #include <QFile>
 #include <QString>
@@ -12,9 +11,9 @@
  *
  * It is only ever appended to, and only whole chunks count: a chunk of which some bytes did not
  * reach the system is cut off again. The download manager owns the one save file and uses it in
- * the worker thread. Exported for the tests.
+ * the worker thread.
  */
-class VEXA_EXPORT SaveFile
+class SaveFile
 {
 public:
     /** Opens the file for appending, making it if there is none. False leaves errorString(). */

@@ -2,25 +2,24 @@
 #ifndef VEXA_DISKSYNC_P_H
 #define VEXA_DISKSYNC_P_H
 
-#include "vexa_export.h"
 #include <QString>
 #include <QStringList>
 
 /**
  * Waits until what was written is on the disk, where a power cut cannot reach it. Whoever notes
  * that a step is done waits first: the note is synced, and it must not outlive what it tells of.
- * Any thread. Exported for the tests.
+ * Any thread.
  */
 namespace DiskSync {
 
 /** Waits for a file's bytes; false if they could not be written. */
-VEXA_EXPORT bool file(const QString &path);
+bool file(const QString &path);
 
 /** Waits for these files, given relative to the folder; false if one could not be written. */
-VEXA_EXPORT bool files(const QString &folder, const QStringList &names);
+bool files(const QString &folder, const QStringList &names);
 
 /** The files in and below the folder, relative to it. */
-VEXA_EXPORT QStringList filesBelow(const QString &folder);
+QStringList filesBelow(const QString &folder);
 
 } // namespace DiskSync
 

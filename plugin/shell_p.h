@@ -2,34 +2,33 @@
 #ifndef VEXA_SHELL_P_H
 #define VEXA_SHELL_P_H
 
-#include "vexa_export.h"
 #include <QByteArray>
 #include <QString>
 
 /**
  * The platform's shell, with which whole folders are copied and removed. Any thread may use it;
- * the calling thread waits until the command is over. Exported for the tests.
+ * the calling thread waits until the command is over.
  */
 namespace Shell {
 
 /** Whether there is a shell at all. */
-VEXA_EXPORT bool isAvailable();
+bool isAvailable();
 
 /**
  * The path as a word of a command: as it stands if the shell takes every letter of it as it is,
  * else quoted. "*" is quoted too; a pattern goes behind the quoted part.
  */
-VEXA_EXPORT QString quoted(const QString &path);
+QString quoted(const QString &path);
 
 /**
  * Runs the command and returns what system() returns, 0 for success. A Ctrl-C meant for this
  * program does not reach the command. If a killed run of the program has left a command of the
  * download engine that is still at work, waits for it first, up to a minute.
  */
-VEXA_EXPORT int run(const QString &command);
+int run(const QString &command);
 
 /** As run(), but waits for nobody: for commands that have nothing to do with the engine's files. */
-VEXA_EXPORT int runAtOnce(const QByteArray &command);
+int runAtOnce(const QByteArray &command);
 
 } // namespace Shell
 

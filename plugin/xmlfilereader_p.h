@@ -2,7 +2,6 @@
 #ifndef VEXA_XMLFILEREADER_P_H
 #define VEXA_XMLFILEREADER_P_H
 
-#include "vexa_export.h"
 #include <memory>
 #include <QByteArray>
 #include <QFile>
@@ -19,9 +18,9 @@
  * hostile or broken file has ends the pass like an error: more than MaxDepth levels, a single tag,
  * text or comment of more than MaxItemBytes, entities that multiply.
  *
- * Exported for the program that looks through a publisher's files.
+ * The program that looks through a publisher's files reads with it too.
  */
-class VEXA_EXPORT XmlFileReader
+class XmlFileReader
 {
 public:
     enum Encoding {

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-vexa_add_test(download/httpanswer)
-vexa_add_test(download/savefile)
+vexa_add_test(download/httpanswer LIBRARIES vexa_inner)
+vexa_add_test(download/savefile LIBRARIES vexa_inner)
 vexa_add_test(download/suspension)
 vexa_add_test(download/httplimits)
 vexa_add_test(download/httpfaults)

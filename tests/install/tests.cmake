@@ -35,3 +35,10 @@ set_tests_properties(install/reference PROPERTIES
     TIMEOUT 180
     FIXTURES_REQUIRED installed
     ENVIRONMENT "LC_ALL=C.UTF-8;VEXA_HEADERS=${CMAKE_CURRENT_BINARY_DIR}/install-check/prefix/${CMAKE_INSTALL_INCLUDEDIR}/vexa-qt${QT_VERSION_MAJOR}/vexa")
+
+# The names that installed programs look for in the library.
+add_test(NAME install/symbols
+    COMMAND "${VEXA_SYSTEM_PYTHON}" -B -m unittest test_symbols
+    WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/install")
+set_tests_properties(install/symbols PROPERTIES
+    ENVIRONMENT "LC_ALL=C.UTF-8;VEXA_LIBRARY=$<TARGET_LINKER_FILE:vexa>")

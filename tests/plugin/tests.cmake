@@ -2,7 +2,7 @@
 vexa_add_test(plugin/dataroot)
 vexa_add_test(plugin/logger LABELS stress)
 vexa_add_test(plugin/qmlmodule)
-vexa_add_test(plugin/shell LIBRARIES vexa_fakesystem)
+vexa_add_test(plugin/shell LIBRARIES vexa_fakesystem vexa_inner)
 vexa_add_test(plugin/translations)
 vexa_add_test(plugin/vexa)
 vexa_add_test(plugin/vexaconstants)
