@@ -11,7 +11,7 @@ if(VEXA_BUILD_HOST)
     vexa_add_page_test(qmlhostsnippets LIBRARIES vexa_hosttest)
 endif()
 
-foreach(name IN ITEMS links loglines)
+foreach(name IN ITEMS architecture links loglines)
     add_test(NAME doc/${name}
         COMMAND "${VEXA_SYSTEM_PYTHON}" -B -m unittest test_${name}
         WORKING_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/doc")
