@@ -275,6 +275,7 @@ void measureStretch(const QString &id)
     const std::unique_ptr<QObject> page(component.create());
     if (!page || page->property("count").toInt() == 0)
         qFatal("no page: %s", qPrintable(component.errorString()));
+    QCoreApplication::processEvents(); // what making the page has left behind
     LoopWatch watch;
     if (id.isEmpty())
         catalog.updateLocalContentFile();
