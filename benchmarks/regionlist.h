@@ -17,8 +17,11 @@
  */
 inline std::unique_ptr<QCoreApplication> makeApplication(int &count, char **words)
 {
-    if (count > 2 && qstrcmp(words[2], "show") == 0)
+    if (count > 2 && qstrcmp(words[2], "show") == 0) {
+        // Where there is no screen, Qt 5 has no OpenGL either.
+        QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
         return std::make_unique<QGuiApplication>(count, words);
+    }
     return std::make_unique<QCoreApplication>(count, words);
 }
 
