@@ -7,6 +7,8 @@ import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 FENCE = re.compile(r"^```.*?^```$", re.MULTILINE | re.DOTALL)
+CODE = re.compile(r"^```(cmake|cpp|qml)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+EXAMPLES = ROOT / "examples"
 LINK = re.compile(r"\]\(([^)\s]+)\)")
 
 
@@ -29,6 +31,12 @@ def anchors(page):
     for heading in re.findall(r"^#+ (.*)$", FENCE.sub("", page.read_text()), re.MULTILINE):
         found.append(re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-"))
     return found
+
+
+def plain(code):
+    """Lines without what they are indented by; in an example the major version is a variable."""
+    code = code.replace("VexaQt${QT_VERSION_MAJOR} 0.1", "VexaQt6").replace("install-region", "maps")
+    return "\n".join(line.strip() for line in code.strip().splitlines())
 
 
 class LinksTest(unittest.TestCase):
@@ -58,6 +66,22 @@ class LinksTest(unittest.TestCase):
                 if not block.startswith("```json"):
                     self.assertEqual([line for line in block.splitlines() if len(line) > 100], [],
                                      page.name)
+
+    def test_the_code_in_the_readme_stands_in_the_examples(self):
+        examples = {"cmake": EXAMPLES / "cpp" / "CMakeLists.txt", "cpp": EXAMPLES / "cpp" / "main.cpp",
+                    "qml": EXAMPLES / "qml" / "Main.qml"}
+        seen = set()
+        for language, code in CODE.findall((ROOT / "README.md").read_text()):
+            example = plain(examples[language].read_text())
+            seen.add(language)
+            for part in code.split("\n\n"):
+                with self.subTest(part=part):
+                    self.assertIn(plain(part), example)
+        self.assertEqual(seen, set(examples))
+
+    def test_code_is_compared_without_its_place_in_the_line(self):
+        self.assertEqual(plain("if (a)\n    b;\n"), plain("    if (a)\n        b;"))
+        self.assertNotEqual(plain("if (a)\n    b;\n"), plain("if (a)\n    c;\n"))
 
 
 if __name__ == "__main__":
