@@ -8,8 +8,8 @@
  *
  *  - Beside each file that is replaced as a whole ("content.xml"), the new one that did not get its
  *    name ("content.xml.hTgsrE").
- *  - In the folder where downloads grow, archives that no step in the engine's queue names, and with
- *    an empty queue what was unpacked.
+ *  - In the folder where downloads grow, archives that no step in the engine's queue names; with an
+ *    empty queue what was unpacked, too.
  *
  * What cannot be removed stays; it does no harm.
  */

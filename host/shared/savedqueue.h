@@ -37,7 +37,7 @@ void setPausedByUser(bool paused);
  */
 void removeBrokenLock();
 
-/** Where to the move goes that had begun to take files out of its source; empty if there is none. */
+/** Where the move goes that had begun to take files out of its source; empty if there is none. */
 QString begunMove();
 
 /** Bytes of the transfer in progress that are there. */
