@@ -2,7 +2,9 @@
 #include "host/ui/uioptions.h"
 
 #include "host/shared/enginesession.h"
+#include <optional>
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <QRegularExpression>
 
 namespace {
@@ -39,6 +41,19 @@ void addOptions(QCommandLineParser &parser)
     });
 }
 
+// The parser asks the application for the program's name; the options are read before there is one,
+// because they choose its language.
+QString helpText(const QCommandLineParser &parser, const QStringList &arguments)
+{
+    QByteArray name = arguments.value(0, QStringLiteral("vexa-maps-ui")).toLocal8Bit();
+    char *names[] = {name.data(), nullptr};
+    int count = 1;
+    std::optional<QCoreApplication> application;
+    if (!QCoreApplication::instance())
+        application.emplace(count, names);
+    return parser.helpText();
+}
+
 } // namespace
 
 UiOptions UiOptions::parse(const QStringList &arguments)
@@ -51,7 +66,7 @@ UiOptions UiOptions::parse(const QStringList &arguments)
         return options;
     }
     if (parser.isSet(QStringLiteral("help")))
-        options.output = parser.helpText();
+        options.output = helpText(parser, arguments);
     if (parser.isSet(QStringLiteral("version")))
         options.output = QStringLiteral("vexa-maps-ui " VEXA_VERSION);
     options.dataFolder = parser.value(QStringLiteral("data-dir"));
