@@ -20,11 +20,13 @@ set(VEXA_INSTALL_QMLDIR "${default_qml_dir}" CACHE STRING
 
 install(TARGETS vexa EXPORT ${package}Targets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        COMPONENT library NAMELINK_COMPONENT development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/vexa-qt${QT_VERSION_MAJOR}/vexa")
 install(DIRECTORY "${PROJECT_BINARY_DIR}/include/vexa"
-    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/vexa-qt${QT_VERSION_MAJOR}"
+    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/vexa-qt${QT_VERSION_MAJOR}" COMPONENT development
     FILES_MATCHING PATTERN "*.h")
-install(EXPORT ${package}Targets NAMESPACE Vexa:: DESTINATION "${VEXA_INSTALL_CMAKEDIR}")
+install(EXPORT ${package}Targets NAMESPACE Vexa:: DESTINATION "${VEXA_INSTALL_CMAKEDIR}"
+    COMPONENT development)
 
 set(PACKAGE ${package})
 configure_package_config_file(cmake/VexaConfig.cmake.in
@@ -33,16 +35,16 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/${package}ConfigVersion.
     COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/${package}Config.cmake"
     "${PROJECT_BINARY_DIR}/${package}ConfigVersion.cmake"
-    DESTINATION "${VEXA_INSTALL_CMAKEDIR}")
+    DESTINATION "${VEXA_INSTALL_CMAKEDIR}" COMPONENT development)
 
 file(RELATIVE_PATH prefix_from_pc "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
 configure_file(cmake/vexa.pc.in "${PROJECT_BINARY_DIR}/vexa-qt${QT_VERSION_MAJOR}.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/vexa-qt${QT_VERSION_MAJOR}.pc"
-    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
 
 # A link and not a copy, so that a host that links the library and loads the module has one of it.
-install(FILES plugin/qmldir DESTINATION "${VEXA_INSTALL_QMLDIR}/Vexa")
+install(FILES plugin/qmldir DESTINATION "${VEXA_INSTALL_QMLDIR}/Vexa" COMPONENT qml)
 install(CODE "
     set(module \"${VEXA_INSTALL_QMLDIR}/Vexa\")
     if(NOT IS_ABSOLUTE \"\${module}\")
@@ -52,4 +54,5 @@ install(CODE "
         \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/$<TARGET_SONAME_FILE_NAME:vexa>\")
     message(STATUS \"Installing: \$ENV{DESTDIR}\${module}/libvexa.so\")
     file(CREATE_LINK \"\${target}\" \"\$ENV{DESTDIR}\${module}/libvexa.so\" SYMBOLIC)
-    list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${module}/libvexa.so\")")
+    list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${module}/libvexa.so\")"
+    COMPONENT qml)

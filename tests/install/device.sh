@@ -26,7 +26,8 @@ XML
 # settings of the device.
 serve_device() {
     coproc SERVER { exec "$here/../../tools/content/serve" "$1"; }
-    trap 'kill "$SERVER_PID" && wait "$SERVER_PID" || true' EXIT
+    server=$SERVER_PID # bash forgets its own when the server has ended
+    trap 'kill "$server" && wait "$server" || true' EXIT
     read -r -t 60 base_uri <&"${SERVER[0]}" || fail "the server does not start"
     mkdir -p "$1/config/Orvel"
     printf '[vexa]\nvexaBaseURI=%s\n' "$base_uri" > "$1/config/Orvel/Maps.conf"

@@ -27,6 +27,15 @@ if(TARGET vexa-maps-ui)
     vexa_add_install_test(ui)
 endif()
 
+# The same build as Debian packages: nothing is compiled but an example.
+if(TARGET vexa-maps)
+    add_test(NAME install/packages COMMAND "${CMAKE_CURRENT_SOURCE_DIR}/install/check-packages"
+        "${PROJECT_BINARY_DIR}" "${CMAKE_CURRENT_BINARY_DIR}/packages-check" ${QT_VERSION_MAJOR}
+        "${CMAKE_INSTALL_LIBDIR}" "${VEXA_INSTALL_QMLDIR}" "$<TARGET_FILE:qmlloader>")
+    set_tests_properties(install/packages PROPERTIES TIMEOUT 300
+        ENVIRONMENT "CXX=${CMAKE_CXX_COMPILER}")
+endif()
+
 # The reference is made from what was installed; an undocumented public member fails here.
 add_test(NAME install/reference
     COMMAND "${VEXA_SYSTEM_PYTHON}" -B -m unittest test_reference
