@@ -45,6 +45,16 @@ QList<LogLine> LogCatcher::lines() const
     return copy;
 }
 
+QStringList LogCatcher::textsWithout(const QString &part) const
+{
+    QStringList texts;
+    for (const QString &text : this->texts()) {
+        if (!text.contains(part))
+            texts.append(text);
+    }
+    return texts;
+}
+
 QStringList LogCatcher::texts() const
 {
     QStringList texts;

@@ -28,6 +28,11 @@ public:
     QList<LogLine> lines() const;
     /** The lines without the quotes and the blank at the end. */
     QStringList texts() const;
+    /**
+     * Those that have this not in them, e.g. what another thread writes meanwhile: where the order
+     * counts, that of one thread is meant.
+     */
+    QStringList textsWithout(const QString &part) const;
     /** How often exactly this text came, e.g. "[INFO] Skipping action...". */
     int count(const QString &text) const;
     /** Whether some line has this part in it. */
