@@ -70,7 +70,7 @@ pkg-config file vexa-qt${qt}.")
 vexa_package(qml ${module} libs
     DEPENDS "${library} (= ${version})"
     SUMMARY "offline map data for Qt ${qt} applications - QML module"
-    ABOUT "This package lets QML pages say \"import Vexa 1.0\".")
+    ABOUT "This package has the module that QML pages import as Vexa 1.0.")
 if(TARGET vexa-maps)
     vexa_package(programs vexa-maps${suffix} utils
         SUMMARY "command-line manager of offline map data"
