@@ -3,6 +3,21 @@
 
 #include <QXmlStreamReader>
 
+QString CatalogFiles::versionName()
+{
+    return QStringLiteral("version.txt");
+}
+
+QString CatalogFiles::contentName()
+{
+    return QStringLiteral("content.xml");
+}
+
+QString CatalogFiles::configName()
+{
+    return QStringLiteral("config.cfg");
+}
+
 QString CatalogFiles::catalogName(const QString &version)
 {
     return QStringLiteral("catalog-%1.xml").arg(version);

@@ -5,9 +5,17 @@
 
 class QIODevice;
 
-/** The files of a catalogue folder and of a content server: their names, and whether one is whole.
- */
+/** The files of data sets and of a content server: their names, and whether one is whole. */
 namespace CatalogFiles {
+
+/** Names the maps version that a content server offers. */
+QString versionName();
+
+/** What is installed, and of which maps version. */
+QString contentName();
+
+/** Begins with the version of the map objects. */
+QString configName();
 
 /** The catalogue of this maps version. */
 QString catalogName(const QString &version);

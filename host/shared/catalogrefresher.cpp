@@ -87,7 +87,7 @@ void CatalogRefresher::start()
             Qt::QueuedConnection);
         return;
     }
-    fetch(QStringLiteral("version.txt"), [this](bool arrived) { onVersion(arrived); });
+    fetch(CatalogFiles::versionName(), [this](bool arrived) { onVersion(arrived); });
 }
 
 void CatalogRefresher::abort()
@@ -169,7 +169,7 @@ void CatalogRefresher::onVersion(bool arrived)
                tr("%1 cannot be reached, or it is no map server.").arg(m_baseUri));
         return;
     }
-    m_serverVersion = versionIn(m_incoming + QLatin1String("/version.txt"));
+    m_serverVersion = versionIn(m_incoming + QLatin1Char('/') + CatalogFiles::versionName());
     if (m_serverVersion.isEmpty()) {
         finish(Result::CatalogueFailed, tr("%1 names no usable map version.").arg(m_baseUri));
         return;
@@ -236,7 +236,7 @@ void CatalogRefresher::putIntoPlace()
     const bool sameVersion = m_catalog->installedMapsVersion() == m_targetVersion;
     if (!sameVersion && !adopt(m_targetVersion)) {
         finish(Result::DiskFailed,
-               tr("%1 cannot be written.").arg(folder + QLatin1String("content.xml")));
+               tr("%1 cannot be written.").arg(folder + CatalogFiles::contentName()));
         return;
     }
     m_catalog->updateCatalog();
@@ -257,7 +257,8 @@ bool CatalogRefresher::regionsAreInstalled() const
 {
     const MapCatalogProcessor processor;
     return !processor
-                .readLocalContent(m_catalog->tessarinDirectory() + QLatin1String("/content.xml"))
+                .readLocalContent(m_catalog->tessarinDirectory() + QLatin1Char('/')
+                                  + CatalogFiles::contentName())
                 .isEmpty();
 }
 

@@ -2,6 +2,7 @@
 #include "host/shared/datasetswap.h"
 
 #include "catalog/mapcatalog.h"
+#include "host/shared/catalogfiles.h"
 #include "host/shared/folderexchange.h"
 #include "host/shared/setremoval.h"
 #include "host/shared/swapcheck.h"
@@ -249,8 +250,8 @@ QString DataSetSwap::backupVersion()
 {
     if (!backupExists())
         return QString();
-    return MapCatalogProcessor().readLocalMapVersion(DataRoot::catalogFolder(Backup)
-                                                     + QLatin1String("/content.xml"));
+    return MapCatalogProcessor().readLocalMapVersion(
+        DataRoot::catalogFolder(Backup) + QLatin1Char('/') + CatalogFiles::contentName());
 }
 
 qint64 DataSetSwap::backupBytes()

@@ -2,6 +2,7 @@
 #include "host/shared/folderexchange.h"
 
 #include "catalog/mapcatalogprocessor.h"
+#include "host/shared/catalogfiles.h"
 #include "plugin/dataroot.h"
 #include <algorithm>
 #include <QFileInfo>
@@ -13,7 +14,8 @@ const QLatin1String Voices("/voices");
 
 QString versionIn(const QString &catalogFolder)
 {
-    return MapCatalogProcessor().readLocalMapVersion(catalogFolder + QLatin1String("/content.xml"));
+    return MapCatalogProcessor().readLocalMapVersion(catalogFolder + QLatin1Char('/')
+                                                     + CatalogFiles::contentName());
 }
 
 QString inside(const QString &folder, const QString &path)

@@ -2,6 +2,7 @@
 #include "host/shared/mapsversion.h"
 
 #include "catalog/mapcatalogprocessor.h"
+#include "host/shared/catalogfiles.h"
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
@@ -18,7 +19,7 @@ QString MapsVersion::parse(const QByteArray &bytes)
 QString MapsVersion::asInstalled(const QString &version)
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("content.xml"));
+    const QString path = folder.filePath(CatalogFiles::contentName());
     const MapCatalogProcessor processor;
     processor.updateLocalContent(path, version, {}, folder.filePath(QStringLiteral("none")));
     const QString result = processor.readLocalMapVersion(path);

@@ -27,7 +27,7 @@ QString catalogueFile(const QString &name)
 
 QString contentFile(const QString &pathSuffix)
 {
-    return DataRoot::catalogFolder(pathSuffix) + QLatin1String("/content.xml");
+    return DataRoot::catalogFolder(pathSuffix) + QLatin1Char('/') + CatalogFiles::contentName();
 }
 
 QString versionOf(const QString &pathSuffix)
@@ -100,8 +100,10 @@ bool PreparedSet::seed()
     catalog.resetInstanceWithPathSuffix(UpdateSuffix, true);
     // The library's copies report nothing. The version is there if the first file could be written,
     // and config.cfg is the last that is copied.
-    const QFileInfo config(DataRoot::tileCacheFolder() + QLatin1String("/config.cfg"));
-    const QFileInfo copy(DataRoot::tileCacheFolder(UpdateSuffix) + QLatin1String("/config.cfg"));
+    const QFileInfo config(DataRoot::tileCacheFolder() + QLatin1Char('/')
+                           + CatalogFiles::configName());
+    const QFileInfo copy(DataRoot::tileCacheFolder(UpdateSuffix) + QLatin1Char('/')
+                         + CatalogFiles::configName());
     const bool isCopied = !config.exists() || copy.size() == config.size();
     if (versionOf(UpdateSuffix) == versionOf(QString()) && isCopied)
         return true;
@@ -130,7 +132,7 @@ void PreparedSet::tidy(const QString &version)
 bool PreparedSet::carryOver()
 {
     const QString index = QStringLiteral("/cityindex.xml");
-    const QString config = QStringLiteral("/config.cfg");
+    const QString config = QLatin1Char('/') + CatalogFiles::configName();
     if (replaceFileBy(DataRoot::catalogFolder() + index,
                       DataRoot::catalogFolder(UpdateSuffix) + index)
         && replaceFileBy(DataRoot::tileCacheFolder() + config,

@@ -4,6 +4,7 @@
 #include "catalog/mapcatalog.h"
 #include "catalog/mapcatalogprocessor.h"
 #include "catalog/mapregion.h"
+#include "host/shared/catalogfiles.h"
 #include "host/shared/regionfiles.h"
 #include "host/shared/tilelist.h"
 #include "plugin/dataroot.h"
@@ -49,7 +50,8 @@ QStringList readNote(const QString &path)
 // The content file decides: without a catalogue no region is installed, and yet it is listed there.
 bool isRecorded(const QString &id, const QString &pathSuffix)
 {
-    const QString content = DataRoot::catalogFolder(pathSuffix) + QLatin1String("/content.xml");
+    const QString content =
+        DataRoot::catalogFolder(pathSuffix) + QLatin1Char('/') + CatalogFiles::contentName();
     return MapCatalogProcessor().readLocalContent(content).contains(id);
 }
 

@@ -2,6 +2,7 @@
 #include "host/shared/swapcheck.h"
 
 #include "catalog/mapcatalogprocessor.h"
+#include "host/shared/catalogfiles.h"
 #include "host/shared/folderexchange.h"
 #include "plugin/dataroot.h"
 #include "plugin/shell_p.h"
@@ -142,7 +143,7 @@ QString SwapCheck::permissions() const
 QString SwapCheck::content() const
 {
     const QString catalogs = DataRoot::catalogFolder(m_from);
-    const QString contentFile = catalogs + QLatin1String("/content.xml");
+    const QString contentFile = catalogs + QLatin1Char('/') + CatalogFiles::contentName();
     const QString version = MapCatalogProcessor().readLocalMapVersion(contentFile);
     if (version.isEmpty() || !isWellFormed(contentFile))
         return tr("%1 is missing or damaged.").arg(contentFile);

@@ -158,7 +158,7 @@ QString UpdateInspection::errorString() const
 bool UpdateInspection::readVersion()
 {
     QByteArray bytes;
-    if (!fetch(QStringLiteral("version.txt"), MapsVersion::MaxFileSize, &bytes))
+    if (!fetch(CatalogFiles::versionName(), MapsVersion::MaxFileSize, &bytes))
         return false;
     m_serverVersion = MapsVersion::parse(bytes);
     if (m_serverVersion.isEmpty())
@@ -171,8 +171,8 @@ bool UpdateInspection::readVersion()
 void UpdateInspection::readInstalled()
 {
     const MapCatalogProcessor processor;
-    const QStringList ids =
-        processor.readLocalContent(m_catalog->tessarinDirectory() + QLatin1String("/content.xml"));
+    const QStringList ids = processor.readLocalContent(
+        m_catalog->tessarinDirectory() + QLatin1Char('/') + CatalogFiles::contentName());
     for (const QString &id : ids) {
         const MapRegion *region = m_catalog->region(id);
         const QStringList entries =

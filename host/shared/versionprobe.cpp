@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/shared/versionprobe.h"
 
+#include "host/shared/catalogfiles.h"
 #include "host/shared/mapsversion.h"
 #include <QNetworkRequest>
 #include <QUrl>
@@ -12,7 +13,7 @@ VersionProbe::VersionProbe(const QString &baseUri, QObject *parent)
 
 void VersionProbe::start()
 {
-    QNetworkRequest request(QUrl(m_baseUri).resolved(QUrl(QStringLiteral("version.txt"))));
+    QNetworkRequest request(QUrl(m_baseUri).resolved(QUrl(CatalogFiles::versionName())));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::NoLessSafeRedirectPolicy);
     // An answer kept by somebody in between would hide a new version.
