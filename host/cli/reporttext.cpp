@@ -154,7 +154,7 @@ void ReportText::addDataSet(const QString &suffix)
 {
     const QString folder = DataRoot::catalogFolder(suffix) + QLatin1Char('/');
     const QString tiles = DataRoot::tileCacheFolder(suffix);
-    const QString content = folder + QLatin1String("content.xml");
+    const QString content = folder + CatalogFiles::contentName();
     MapCatalogProcessor processor;
     const QString version = processor.readLocalMapVersion(content);
     const QString catalogue = CatalogFiles::catalogName(version);
@@ -166,8 +166,9 @@ void ReportText::addDataSet(const QString &suffix)
     line(tr("Catalogue folder"), stateOf(folder));
     line(tr("Tile cache"), tr("%1, tiles %2").arg(stateOf(tiles)).arg(tilesBelow(tiles)));
     line(tr("Maps version"), version);
-    line(tr("MOS version"), processor.readLocalMOSVersion(tiles + QLatin1String("/config.cfg")));
-    line(QStringLiteral("content.xml"), stateOf(content));
+    line(tr("MOS version"),
+         processor.readLocalMOSVersion(tiles + QLatin1Char('/') + CatalogFiles::configName()));
+    line(CatalogFiles::contentName(), stateOf(content));
     line(tr("Catalogue"),
          tr("%1: %2, regions %3")
              .arg(catalogue, stateOf(folder + catalogue),
@@ -264,11 +265,9 @@ void ReportText::addLocks()
     const qint64 holder = DataSetLock::holder();
     line(tr("At work"), holder > 0 ? tr("process %1").arg(holder) : tr("no program"));
     const QString settingsLock = settingsFile("vexa", "vexa") + QLatin1String(".lock");
-    line(QStringLiteral(".vexa-maps.lock"),
-         stateOf(DataRoot::myDocs() + QLatin1String("/.vexa-maps.lock")));
-    line(QStringLiteral("engine.lock"),
-         stateOf(QDir::homePath() + QLatin1String("/MyDocs/.vexa/engine.lock")));
-    line(QStringLiteral("vexa.conf.lock"), stateOf(settingsLock));
+    for (const QString &path :
+         {DataSetLock::rootLockPath(), DataSetLock::homeLockPath(), settingsLock})
+        line(QFileInfo(path).fileName(), stateOf(path));
 }
 
 // Where journals, downloads and what killed programs left would be.

@@ -36,9 +36,12 @@ public:
     /** Process id of the program that holds one of the locks now; 0 if none does. */
     static qint64 holder();
 
-private:
+    /** The lock file of the data root. */
     static QString rootLockPath();
+    /** The lock file of the home folder. */
     static QString homeLockPath();
+
+private:
     int take(const QString &path);
 
     int m_root = -1; // descriptors of the lock files; the locks last as long as they are open
