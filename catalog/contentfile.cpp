@@ -2,6 +2,7 @@
 // The reading half of contentfile_p.h.
 #include "catalog/contentfile_p.h"
 
+#include "catalog/xmlnames_p.h"
 #include "plugin/xmlfilereader_p.h"
 #include <array>
 #include <QFile>
@@ -9,16 +10,9 @@
 #include <QSet>
 #include <vector>
 
-namespace {
+using namespace ContentXml;
 
-const QLatin1String Directory("directory");
-const QLatin1String MapVersion("map-version");
-const QLatin1String DiskCache("diskcache");
-const QLatin1String Regions("regions");
-const QLatin1String RegionElement("region");
-const QLatin1String Id("id");
-const QLatin1String Name("name");
-const QLatin1String Path("path");
+namespace {
 
 // Where the time for a whole pass begins to be felt.
 constexpr qint64 LongFileBytes = 256 * 1024;

@@ -4,6 +4,7 @@
 #include "catalog/contentfile_p.h"
 #include "catalog/mapregion.h"
 #include "catalog/regionnamefile_p.h"
+#include "catalog/xmlnames_p.h"
 #include "plugin/xmlfilereader_p.h"
 #include "plugin/xmlfilewriter_p.h"
 #include <QCoreApplication>
@@ -13,13 +14,9 @@
 #include <QMutexLocker>
 #include <QtEndian>
 
-namespace {
+using namespace CatalogXml;
 
-const QLatin1String FileElement("File");
-const QLatin1String Description("Description");
-const QLatin1String Id("Id");
-const QLatin1String ZipFileSize("ZipFileSize");
-const QLatin1String Link("Link");
+namespace {
 
 constexpr int MosVersionParts = 4;
 constexpr int MosVersionBytes = MosVersionParts * int(sizeof(qint32));

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "catalog/regionnamefile_p.h"
 
+#include "catalog/xmlnames_p.h"
 #include "plugin/xmlfilereader_p.h"
 
-namespace {
+using namespace RegionNameXml;
 
-const QLatin1String RegionElement("region");
-const QLatin1String RegionId("id");
-const QLatin1String RegionName("name");
+namespace {
 
 // The name of the one region whose name depends on the edition of the maps.
 QString editionName(const QString &mapVersion)
@@ -27,12 +26,12 @@ void RegionNameFile::read(const QString &path, const QString &mapVersion, const 
     const QString taiwan = editionName(mapVersion);
     for (auto step = xml.next(); step != XmlFileReader::Done; step = xml.next()) {
         const bool isNamed = step == XmlFileReader::Start && xml.depth() > 1
-            && xml.is(RegionElement) && xml.has(RegionId) && xml.has(RegionName);
+            && xml.is(RegionElement) && xml.has(Id) && xml.has(Name);
         if (!isNamed)
             continue;
-        const QString id = xml.value(RegionId);
+        const QString id = xml.value(Id);
         // Deliberately never the file's own text; the user interface translates the identifier.
-        if (!visitor(id, id == QLatin1String("411") ? taiwan : xml.value(RegionName)))
+        if (!visitor(id, id == NamedByEdition ? taiwan : xml.value(Name)))
             return;
     }
 }

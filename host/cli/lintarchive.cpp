@@ -21,21 +21,6 @@ struct Closer
     void operator()(archive *handle) const { archive_read_free(handle); }
 };
 
-QString kindOf(archive_entry *entry)
-{
-    if (archive_entry_hardlink(entry))
-        return QStringLiteral("link");
-    switch (archive_entry_filetype(entry)) {
-    case AE_IFLNK:
-        return QStringLiteral("link");
-    case AE_IFCHR:
-    case AE_IFBLK:
-        return QStringLiteral("device");
-    default:
-        return QStringLiteral("special-file");
-    }
-}
-
 bool isTilePath(const QString &path)
 {
     static const QRegularExpression form(
@@ -111,15 +96,17 @@ void LintArchive::checkEntry(archive_entry *entry)
 bool LintArchive::isUnpacked(archive_entry *entry, const QString &name)
 {
     const auto type = archive_entry_filetype(entry);
-    if (archive_entry_hardlink(entry) || (type != AE_IFREG && type != AE_IFDIR)) {
-        const QString kind = kindOf(entry);
-        if (kind == QLatin1String("link"))
-            add("link", tr("%1 is a link: it is not unpacked").arg(LintReport::quoted(name)));
-        else if (kind == QLatin1String("device"))
-            add("device", tr("%1 is a device: it is not unpacked").arg(LintReport::quoted(name)));
-        else
-            add("special-file",
-                tr("%1 is no file or folder: it is not unpacked").arg(LintReport::quoted(name)));
+    if (archive_entry_hardlink(entry) || type == AE_IFLNK) {
+        add("link", tr("%1 is a link: it is not unpacked").arg(LintReport::quoted(name)));
+        return false;
+    }
+    if (type == AE_IFCHR || type == AE_IFBLK) {
+        add("device", tr("%1 is a device: it is not unpacked").arg(LintReport::quoted(name)));
+        return false;
+    }
+    if (type != AE_IFREG && type != AE_IFDIR) {
+        add("special-file",
+            tr("%1 is no file or folder: it is not unpacked").arg(LintReport::quoted(name)));
         return false;
     }
     if (archive_entry_is_encrypted(entry) && !m_isEncryptedSaid) {

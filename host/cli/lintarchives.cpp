@@ -27,11 +27,10 @@ LintArchives::LintArchives(const QString &folder, const QUrl &baseUri, LintRepor
 void LintArchives::check(const LintCatalogue &catalogue)
 {
     Sum sum;
-    QHash<QString, int> lines; // of the first region with this archive
+    FirstLines lines; // of the regions, by archive
     std::vector<QString> files; // by region; empty where there is none to look into
     for (const LintRegion &region : catalogue.regions()) {
-        QString file;
-        checkRegion(catalogue, region, &lines, &file);
+        const QString file = checkRegion(catalogue, region, &lines);
         files.push_back(file);
         if (!file.isEmpty() && !sum.files.contains(file)) {
             sum.files.insert(file);
@@ -43,20 +42,18 @@ void LintArchives::check(const LintCatalogue &catalogue)
         m_named.insert(QDir::cleanPath(link));
 }
 
-void LintArchives::checkRegion(const LintCatalogue &catalogue, const LintRegion &region,
-                               QHash<QString, int> *lines, QString *file)
+// The archive's path below the folder; empty if there is none to look into.
+QString LintArchives::checkRegion(const LintCatalogue &catalogue, const LintRegion &region,
+                                  FirstLines *lines)
 {
-    const QString found = localFile(catalogue, region);
-    if (found.isEmpty())
-        return;
-    m_named.insert(found);
-    if (lines->contains(found))
+    const QString file = localFile(catalogue, region);
+    if (file.isEmpty())
+        return QString();
+    m_named.insert(file);
+    if (const int first = lines->before(file, region.place.line))
         m_report->add(catalogue.file(), region.linkPlace, "same-archive",
-                      tr("the region in line %1 has the same archive").arg(lines->value(found)));
-    else
-        lines->insert(found, region.place.line);
-    if (checkFile(catalogue, region, found))
-        *file = found;
+                      tr("the region in line %1 has the same archive").arg(first));
+    return checkFile(catalogue, region, file) ? file : QString();
 }
 
 // The archive's path below the folder; empty if it is not to be looked for there.

@@ -41,8 +41,8 @@ private:
     /** What the archives of one catalogue have come to so far. */
     struct Sum;
 
-    void checkRegion(const LintCatalogue &catalogue, const LintRegion &region,
-                     QHash<QString, int> *lines, QString *file);
+    QString checkRegion(const LintCatalogue &catalogue, const LintRegion &region,
+                        FirstLines *lines);
     QString localFile(const LintCatalogue &catalogue, const LintRegion &region);
     bool checkFile(const LintCatalogue &catalogue, const LintRegion &region, const QString &file);
     const Content &contentOf(const QString &file);

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/lintcatalogue.h"
 
+#include "catalog/xmlnames_p.h"
 #include "host/shared/catalogfiles.h"
+
+using namespace CatalogXml;
 
 namespace {
 
-const QLatin1String FileElement("File");
-const QLatin1String Description("Description");
-const QLatin1String Id("Id");
-const QLatin1String ZipFileSize("ZipFileSize");
-const QLatin1String Link("Link");
-const QLatin1String Version("Version");
+const QLatin1String Version("Version"); // which nobody reads
 
 } // namespace
 
@@ -113,13 +111,10 @@ void LintCatalogue::checkId(const QString &id)
     else if (id.trimmed() != id)
         m_xml.add(place, "blanks",
                   tr("the blanks are part of the id %1").arg(LintReport::quoted(id)));
-    const auto first = m_places.constFind(id);
-    if (first == m_places.cend())
-        m_places.insert(id, place);
-    else
+    if (const int first = m_idLines.before(id, place.line))
         m_xml.add(place, "duplicate-id",
                   tr("the id %1 stands in line %2 already; only the last one can be installed")
-                      .arg(LintReport::quoted(id), QString::number(first->line)));
+                      .arg(LintReport::quoted(id), QString::number(first)));
 }
 
 void LintCatalogue::checkName()

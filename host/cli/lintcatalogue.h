@@ -3,7 +3,6 @@
 
 #include "host/cli/lintxml.h"
 #include <QCoreApplication>
-#include <QHash>
 #include <QSet>
 #include <QString>
 #include <vector>
@@ -54,7 +53,7 @@ private:
     LintXml m_xml;
     std::vector<LintRegion> m_regions;
     std::vector<int> m_open; // indexes of the regions around the current element
-    QHash<QString, LintPlace> m_places; // by id, of its first
+    FirstLines m_idLines;
     QSet<QString> m_unlistedIds;
     QSet<QString> m_unlistedLinks;
     int m_ignoredDepth = 0; // of the outermost element that devices pass over

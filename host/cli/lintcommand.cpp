@@ -44,9 +44,9 @@ public:
         context.console.clearProgress();
         const QList<LintFinding> findings = report.findings();
         if (context.json)
-            showJson(folder, report, context.console);
+            showJson(folder, report, findings, context.console);
         else
-            show(folder, report, context.console);
+            show(folder, report, findings, context.console);
         return findings.isEmpty() ? ExitOk : ExitFindings;
     }
 
@@ -58,11 +58,11 @@ private:
         return ExitUsage;
     }
 
-    static void show(const QString &folder, const LintReport &report, Console &console)
+    static void show(const QString &folder, const LintReport &report,
+                     const QList<LintFinding> &findings, Console &console)
     {
         const QString inFolder =
             folder == QLatin1String(".") ? QString() : folder + QLatin1Char('/');
-        const QList<LintFinding> findings = report.findings();
         for (const LintFinding &finding : findings) {
             QString place;
             if (finding.place.line > 0)
@@ -88,16 +88,16 @@ private:
         return text;
     }
 
-    static void showJson(const QString &folder, const LintReport &report, Console &console)
+    static void showJson(const QString &folder, const LintReport &report,
+                         const QList<LintFinding> &findings, Console &console)
     {
-        QJsonArray findings;
-        const QList<LintFinding> found = report.findings();
-        for (const LintFinding &finding : found)
-            findings.append(QJsonObject {{QStringLiteral("file"), finding.file},
-                                         {QStringLiteral("line"), finding.place.line},
-                                         {QStringLiteral("column"), finding.place.column},
-                                         {QStringLiteral("kind"), finding.kind},
-                                         {QStringLiteral("text"), finding.text}});
+        QJsonArray list;
+        for (const LintFinding &finding : findings)
+            list.append(QJsonObject {{QStringLiteral("file"), finding.file},
+                                     {QStringLiteral("line"), finding.place.line},
+                                     {QStringLiteral("column"), finding.place.column},
+                                     {QStringLiteral("kind"), finding.kind},
+                                     {QStringLiteral("text"), finding.text}});
         console.json(QJsonDocument(
             QJsonObject {{QStringLiteral("folder"), folder},
                          {QStringLiteral("catalogues"), report.catalogues},
@@ -105,7 +105,7 @@ private:
                          {QStringLiteral("archives"), report.archives},
                          {QStringLiteral("archivesElsewhere"), report.archivesElsewhere},
                          {QStringLiteral("nameFiles"), report.nameFiles},
-                         {QStringLiteral("findings"), findings}}));
+                         {QStringLiteral("findings"), list}}));
     }
 };
 

@@ -2,6 +2,7 @@
 #include "host/cli/lintcontent.h"
 
 #include "catalog/mapcatalogprocessor.h"
+#include "catalog/xmlnames_p.h"
 #include "host/shared/catalogfiles.h"
 #include "host/shared/mapsversion.h"
 #include "host/shared/tilelist.h"
@@ -9,16 +10,9 @@
 #include <QFile>
 #include <QFileInfo>
 
-namespace {
+using namespace ContentXml;
 
-const QLatin1String Directory("directory");
-const QLatin1String MapVersion("map-version");
-const QLatin1String DiskCache("diskcache");
-const QLatin1String Regions("regions");
-const QLatin1String RegionElement("region");
-const QLatin1String Id("id");
-const QLatin1String Name("name");
-const QLatin1String Path("path");
+namespace {
 
 constexpr int HeaderBytes = 16; // of config.cfg: four numbers
 
@@ -28,18 +22,8 @@ LintContent::LintContent(const QString &folder, const QSet<QString> &ids, LintRe
     : m_folder(folder)
     , m_ids(ids)
     , m_report(report)
-    , m_xml(folder, contentName(), XmlFileReader::Strict, report)
+    , m_xml(folder, CatalogFiles::contentName(), XmlFileReader::Strict, report)
 { }
-
-QString LintContent::contentName()
-{
-    return QStringLiteral("content.xml");
-}
-
-QString LintContent::configName()
-{
-    return QStringLiteral("config.cfg");
-}
 
 void LintContent::checkContent()
 {
@@ -120,12 +104,9 @@ void LintContent::checkTile()
         return;
     const QString path = TileList::plain(m_xml.value(Path));
     checkPath(path);
-    const auto first = m_tiles.constFind(path);
-    if (first == m_tiles.cend())
-        m_tiles.insert(path, m_xml.place());
-    else
+    if (const int first = m_tileLines.before(path, m_xml.place().line))
         m_xml.add(m_xml.place(Path), "duplicate-tile",
-                  tr("the tile stands in line %1 already").arg(first->line));
+                  tr("the tile stands in line %1 already").arg(first));
 }
 
 void LintContent::checkRegion()
@@ -151,13 +132,10 @@ void LintContent::checkRegion()
     else if (!m_ids.isEmpty() && !m_ids.contains(id))
         m_xml.add(place, "unknown-region",
                   tr("no catalogue has a region %1").arg(LintReport::quoted(id)));
-    const auto first = m_places.constFind(id);
-    if (first == m_places.cend())
-        m_places.insert(id, place);
-    else
+    if (const int first = m_idLines.before(id, place.line))
         m_xml.add(place, "duplicate-id",
                   tr("the id %1 stands in line %2 already; their tiles are put together")
-                      .arg(LintReport::quoted(id), QString::number(first->line)));
+                      .arg(LintReport::quoted(id), QString::number(first)));
 }
 
 void LintContent::checkRegionTile()
@@ -168,7 +146,7 @@ void LintContent::checkRegionTile()
         return;
     const QString path = TileList::plain(m_xml.value(Path));
     checkPath(path);
-    if (!m_tiles.isEmpty() && !m_tiles.contains(path))
+    if (!m_tileLines.isEmpty() && !m_tileLines.contains(path))
         m_xml.add(m_xml.place(Path), "unknown-tile",
                   tr("\"diskcache\" does not list the tile %1").arg(LintReport::quoted(path)));
 }
@@ -186,9 +164,9 @@ void LintContent::checkPath(const QString &path)
 void LintContent::checkConfig()
 {
     const auto add = [this](const char *kind, const QString &text) {
-        m_report->add(configName(), {}, kind, text);
+        m_report->add(CatalogFiles::configName(), {}, kind, text);
     };
-    const QString path = m_folder + QLatin1Char('/') + configName();
+    const QString path = m_folder + QLatin1Char('/') + CatalogFiles::configName();
     QFile file(path);
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
         add("unreadable", tr("it is no file that can be read"));

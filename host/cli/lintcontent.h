@@ -3,7 +3,6 @@
 
 #include "host/cli/lintxml.h"
 #include <QCoreApplication>
-#include <QHash>
 #include <QSet>
 #include <QString>
 
@@ -22,9 +21,6 @@ public:
     void checkContent();
     void checkConfig();
 
-    static QString contentName();
-    static QString configName();
-
 private:
     enum class Section { None, Tiles, Regions, Other };
 
@@ -42,6 +38,6 @@ private:
     LintXml m_xml;
     Section m_section = Section::None;
     bool m_isRegion = false; // the element of the third level is one
-    QHash<QString, LintPlace> m_places; // by region id, of its first
-    QHash<QString, LintPlace> m_tiles; // by path
+    FirstLines m_idLines; // of regions
+    FirstLines m_tileLines; // by path, of "diskcache"
 };

@@ -11,12 +11,11 @@
 #include <QFile>
 #include <QRegularExpression>
 
-namespace {
+using CatalogFiles::configName;
+using CatalogFiles::contentName;
+using CatalogFiles::versionName;
 
-QString versionFile()
-{
-    return QStringLiteral("version.txt");
-}
+namespace {
 
 constexpr LintPlace Start {1, 1};
 
@@ -32,7 +31,7 @@ void LintFolder::check()
 {
     // With a list of what is installed and no version of its own it is a data set as it lies on a
     // device: there are no archives, and no version to go over to.
-    const bool isDataSet = exists(LintContent::contentName()) && !exists(versionFile());
+    const bool isDataSet = exists(contentName()) && !exists(versionName());
     if (!isDataSet)
         checkVersion();
     checkFileNames();
@@ -65,9 +64,9 @@ void LintFolder::check()
         LintNames(m_folder, file, ids, m_report).check();
     m_report->nameFiles = int(nameFiles.size());
     LintContent content(m_folder, ids, m_report);
-    if (exists(LintContent::contentName()))
+    if (exists(contentName()))
         content.checkContent();
-    if (exists(LintContent::configName()))
+    if (exists(configName()))
         content.checkConfig();
 }
 
@@ -77,32 +76,32 @@ void LintFolder::checkVersion()
     if (!exists(fallback))
         m_report->add(fallback, {}, "missing-file",
                       tr("it is not there; devices whose language has no file take this one"));
-    QFile file(m_folder + QLatin1Char('/') + versionFile());
+    QFile file(m_folder + QLatin1Char('/') + versionName());
     if (!file.open(QIODevice::ReadOnly)) {
-        m_report->add(versionFile(), {}, "missing-file",
+        m_report->add(versionName(), {}, "missing-file",
                       tr("it cannot be read: no device finds a catalogue"));
         return;
     }
     const QByteArray bytes = file.read(MapsVersion::MaxFileSize + 1);
     const QString version = MapsVersion::parse(bytes);
     if (version.isEmpty()) {
-        m_report->add(versionFile(), Start, "version",
+        m_report->add(versionName(), Start, "version",
                       tr("%1 names no version, in one line, and nothing else")
                           .arg(LintReport::quoted(QString::fromUtf8(bytes))));
         return;
     }
     const QString catalogue = CatalogFiles::catalogName(version);
     if (!exists(catalogue))
-        m_report->add(versionFile(), Start, "missing-file",
+        m_report->add(versionName(), Start, "missing-file",
                       tr("there is no %1").arg(LintReport::quoted(catalogue)));
     const QString installed = MapsVersion::asInstalled(version);
     static const QRegularExpression form(QStringLiteral("\\A\\d\\d(\\.\\d\\d){3}\\z"));
     if (installed != version)
-        m_report->add(versionFile(), Start, "version",
+        m_report->add(versionName(), Start, "version",
                       tr("devices read %1 as %2")
                           .arg(LintReport::quoted(version), LintReport::quoted(installed)));
     else if (!form.match(version).hasMatch())
-        m_report->add(versionFile(), Start, "version",
+        m_report->add(versionName(), Start, "version",
                       tr("%1 is not four parts of two digits").arg(LintReport::quoted(version)));
 }
 
@@ -117,8 +116,7 @@ void LintFolder::checkFileNames()
     const QStringList all = QDir(m_folder).entryList(QDir::Files);
     for (const QString &file : all) {
         const bool isKnown = catalogue.match(file).hasMatch() || names.match(file).hasMatch()
-            || file == versionFile() || file == LintContent::contentName()
-            || file == LintContent::configName();
+            || file == versionName() || file == contentName() || file == configName();
         // A name file of a wrong language code is told of by its own checker.
         const bool isChecked = file.startsWith(QLatin1String("regionname-lang-"))
             && file.endsWith(QLatin1String(".xml"));
@@ -134,12 +132,6 @@ bool LintFolder::exists(const QString &file) const
 
 QStringList LintFolder::files(const char *pattern) const
 {
-    QDir dir(m_folder);
-    const QStringList found = dir.entryList({QLatin1String(pattern)}, QDir::Files, QDir::Name);
-    QStringList exact; // QDir takes no notice of case
-    for (const QString &file : found) {
-        if (file.startsWith(QLatin1String(pattern).left(5)) && file.endsWith(QLatin1String(".xml")))
-            exact.append(file);
-    }
-    return exact;
+    return QDir(m_folder).entryList({QLatin1String(pattern)}, QDir::Files | QDir::CaseSensitive,
+                                    QDir::Name);
 }

@@ -2,14 +2,13 @@
 #include "host/cli/lintnames.h"
 
 #include "catalog/localizationtools.h"
+#include "catalog/xmlnames_p.h"
 #include "host/shared/catalogfiles.h"
 #include <QLocale>
 
-namespace {
+using namespace RegionNameXml;
 
-const QLatin1String RegionElement("region");
-const QLatin1String Id("id");
-const QLatin1String Name("name");
+namespace {
 
 // Whatever language a device may have. Some are known to the map data and not to every Qt.
 QSet<QString> codesOfDevices()
@@ -85,16 +84,13 @@ void LintNames::checkRegion()
     if (!m_ids.isEmpty() && !m_ids.contains(id))
         m_xml.add(place, "unknown-region",
                   tr("no catalogue has a region %1").arg(LintReport::quoted(id)));
-    else if (id == QLatin1String("411"))
+    else if (id == NamedByEdition)
         m_xml.add(place, "fixed-name", tr("devices show a name of their own for the region 411"));
     if (m_xml.value(Name).trimmed().isEmpty())
         m_xml.add(m_xml.place(Name), "empty-value",
                   tr("the name is empty; leave the element out to show the catalogue's"));
-    const auto first = m_places.constFind(id);
-    if (first == m_places.cend())
-        m_places.insert(id, place);
-    else
+    if (const int first = m_idLines.before(id, place.line))
         m_xml.add(place, "duplicate-id",
                   tr("the id %1 stands in line %2 already; the last name counts")
-                      .arg(LintReport::quoted(id), QString::number(first->line)));
+                      .arg(LintReport::quoted(id), QString::number(first)));
 }

@@ -3,7 +3,6 @@
 
 #include "host/cli/lintxml.h"
 #include <QCoreApplication>
-#include <QHash>
 #include <QSet>
 #include <QString>
 
@@ -27,5 +26,5 @@ private:
     const QString m_file;
     const QSet<QString> &m_ids;
     LintXml m_xml;
-    QHash<QString, LintPlace> m_places; // by id, of its first
+    FirstLines m_idLines;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QHash>
 #include <QLatin1String>
 #include <QList>
 #include <QString>
@@ -19,6 +20,26 @@ struct LintFinding
     LintPlace place;
     QLatin1String kind; ///< a fixed word for scripts, as "missing-attribute"
     QString text; ///< for people
+};
+
+/** Remembers in which line of a file something stood first. */
+class FirstLines
+{
+public:
+    bool isEmpty() const { return m_lines.isEmpty(); }
+    bool contains(const QString &what) const { return m_lines.contains(what); }
+    /** That line; 0 if it comes for the first time, which is noted as this one. */
+    int before(const QString &what, int line)
+    {
+        const auto known = m_lines.constFind(what);
+        if (known != m_lines.cend())
+            return *known;
+        m_lines.insert(what, line);
+        return 0;
+    }
+
+private:
+    QHash<QString, int> m_lines;
 };
 
 /** Collects what is found while a publisher's folder is looked through. */
