@@ -86,20 +86,18 @@ void XmlFileWriter::replace(const QString &path, const QByteArray &bytes,
     if (!file.open(QIODevice::WriteOnly))
         return;
     keepOwner(path, file);
-    // What fails is not reported; a file that is not committed leaves the old one as it was.
-    if (bytes.size() <= PieceBytes || !goesOn) {
-        if (file.write(bytes) == bytes.size())
-            file.commit();
-        else
-            file.cancelWriting();
-        return;
-    }
+    const bool isInPieces = goesOn && bytes.size() > PieceBytes;
     // As long as it is open, its blocks are not given back; of a large file that takes a while.
     QFile old(path);
-    old.open(QFile::ReadOnly);
-    if (writeInPieces(&file, bytes, old, goesOn))
+    if (isInPieces)
+        old.open(QFile::ReadOnly);
+    const bool isWritten =
+        isInPieces ? writeInPieces(&file, bytes, old, goesOn) : file.write(bytes) == bytes.size();
+    // What fails is not reported; a file that is not committed leaves the old one as it was.
+    if (isWritten)
         file.commit();
     else
         file.cancelWriting();
-    waitAside([&old] { old.close(); }, goesOn);
+    if (isInPieces)
+        waitAside([&old] { old.close(); }, goesOn);
 }
