@@ -65,6 +65,9 @@ QSettings *VexaSettings::instance()
         SettingsFile::setDamagedAside(file);
         settings = new QSettings(VEXA_SETTINGS_FILE_NAME, VEXA_SETTINGS_FILE_NAME);
         VexaCompat::useUtf8(*settings);
+        // QSettings parses a section when one of its keys is asked for, and "[requests\1]", which
+        // somebody may have written by hand, only when all are: here, not at the next start.
+        settings->childGroups();
         removeAbandonedLock(settings->fileName());
         // QSettings posts itself an event to write later. Without a thread it never gets one, so
         // no event loop touches the object while another thread has it.
