@@ -5,12 +5,10 @@
 #include <vexa/downloadmanageriface.h>
 #include <vexa/mapcatalog.h>
 #include <vexa/mapregion.h>
+#include <vexa/request.h> // the engine's steps
 #include <vexa/worker.h>
 
 namespace {
-
-constexpr int DownloadStep = 2; // the engine's steps; 3, between them, unpacks
-constexpr int MoveStep = 4;
 
 void listRegions(MapCatalog &catalog)
 {
@@ -36,13 +34,13 @@ int installRegion(MapCatalog &catalog, const MapRegion &region, const QString &b
     QObject::connect(
         downloads, &DownloadManagerIface::progress, &catalog,
         [](int operation, const QString &, const QString &id, qint64 bytes, qint64 total) {
-            if (operation == DownloadStep)
+            if (operation == DownloadRequest)
                 std::printf("%s: %lld of %lld bytes\n", qPrintable(id), qlonglong(bytes),
                             qlonglong(total));
         });
     QObject::connect(downloads, &DownloadManagerIface::finished, &catalog,
                      [&](int operation, const QString &, const QString &id) {
-                         if (operation != MoveStep)
+                         if (operation != MoveRequest)
                              return;
                          // Also a region that an earlier run left in the queue.
                          catalog.addInstalledRegion(id, downloads->getUnpackedFileList());
