@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/commandline.h"
 
-#include "host/cli/loglines.h"
 #include "host/shared/datafolder.h"
 #include "host/shared/enginesession.h"
+#include "host/shared/loglines.h"
 #include "plugin/logger.h"
 #include <algorithm>
 

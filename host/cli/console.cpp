@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/console.h"
 
-#include "host/cli/loglines.h"
+#include "host/shared/loglines.h"
 #include <sys/ioctl.h>
 #include <unistd.h>
 

@@ -2,9 +2,9 @@
 #include "host/cli/lockedsession.h"
 
 #include "catalog/mapcatalog.h"
-#include "host/cli/loglines.h"
 #include "host/shared/datasetswap.h"
 #include "host/shared/leftovers.h"
+#include "host/shared/loglines.h"
 #include "host/shared/regionremoval.h"
 #include <chrono>
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/commandline.h"
-#include "host/cli/loglines.h"
 #include "host/cli/signalwatcher.h"
+#include "host/shared/loglines.h"
 #include <QCoreApplication>
 #include <QLatin1String>
 

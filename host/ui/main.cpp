@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/shared/datafolder.h"
+#include "host/shared/loglines.h"
 #include "host/ui/mapssession.h"
 #include "host/ui/selftest.h"
 #include "host/ui/uiengine.h"
@@ -42,6 +43,7 @@ int runApp(const UiOptions &options)
     if (!options.dataFolder.isEmpty() && !DataFolder::use(options.dataFolder))
         return usageError(
             QStringLiteral("The folder \"%1\" cannot be used.").arg(options.dataFolder));
+    LogLines::installShown();
     UiEngine::prepareProcess();
     MapsSession session(baseUri);
     if (!options.style.isEmpty())

@@ -5,6 +5,7 @@
 #include "download/downloadmanageriface.h"
 #include "host/shared/datasetswap.h"
 #include "host/shared/leftovers.h"
+#include "host/shared/loglines.h"
 #include "host/shared/regioninstaller.h"
 #include "plugin/logger.h"
 #include <chrono>
@@ -206,6 +207,7 @@ void MapsSession::onLocked()
 {
     m_locking->wait();
     if (m_gotLock) {
+        LogLines::keep(QStringLiteral("open"));
         openDataSet();
     } else {
         m_problem = m_lock->errorString();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The pages in their window, against a real server: what a user sees, presses and types.
+#include "host/shared/loglines.h"
 #include "uirig.h"
 
 class UiPagesTest : public QObject
@@ -291,9 +292,11 @@ void UiPagesTest::aLockedDataSetIsExplainedAndTriedAgain()
     QVERIFY(rig.waitFor("The maps cannot be opened"));
     QVERIFY(rig.shows(rig.session->problem()));
     other.reset();
+    QVERIFY(LogLines::kept(1).isEmpty()); // they are the other program's
     QVERIFY(rig.press("Try again"));
 
     QVERIFY(rig.waitFor("No maps are known yet"));
+    QVERIFY(LogLines::kept(1).constFirst().endsWith(QLatin1String(": open")));
 }
 
 void UiPagesTest::aServerWithoutACatalogueIsExplained()
