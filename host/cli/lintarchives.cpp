@@ -125,6 +125,7 @@ const LintArchives::Content &LintArchives::contentOf(const QString &file)
     LintArchive archive(m_folder, file, m_report);
     archive.check();
     std::vector<std::pair<int, qint64>> tiles;
+    tiles.reserve(archive.tiles().size());
     for (const LintTile &tile : archive.tiles())
         tiles.emplace_back(numberOf(tile.path), tile.size);
     std::sort(tiles.begin(), tiles.end());
