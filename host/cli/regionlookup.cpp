@@ -16,7 +16,7 @@ RegionLookup::RegionLookup(MapCatalog *catalog)
 
 QString RegionLookup::displayName(const MapRegion &region)
 {
-    const QString localized = region.localizedName();
+    QString localized = region.localizedName();
     if (localized.isEmpty())
         return region.name();
     // One region's name is an identifier for the translators; without them it is no name.

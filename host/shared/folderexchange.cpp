@@ -123,8 +123,8 @@ FolderExchange::Place FolderExchange::locate(const Chain &chain)
             });
         return found == names.end() ? QString() : *found;
     };
-    const Place known = {find(chain.leaving, {chain.main, chain.leavesTo}),
-                         find(chain.arriving, {chain.arrivesFrom, chain.main, chain.nested})};
+    Place known = {find(chain.leaving, {chain.main, chain.leavesTo}),
+                   find(chain.arriving, {chain.arrivesFrom, chain.main, chain.nested})};
     if (!known.leaving.isEmpty() && !known.arriving.isEmpty())
         return known;
     // One that is known for sure cannot be the other one as well.

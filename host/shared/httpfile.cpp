@@ -121,7 +121,7 @@ std::optional<QByteArray> HttpFile::readNext()
 {
     if (!m_reply || !waitUntil([this] { return m_reply->bytesAvailable() > 0; }))
         return std::nullopt;
-    const QByteArray bytes = m_reply->readAll();
+    QByteArray bytes = m_reply->readAll();
     m_bytesReceived += bytes.size();
     if (bytes.isEmpty() && !checkEnd())
         return std::nullopt;

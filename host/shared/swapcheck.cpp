@@ -57,7 +57,7 @@ QString SwapCheck::objection() const
         return tr("An exchange of the map data was cut short. Start the program again first.");
     for (const auto question : {&SwapCheck::names, &SwapCheck::folders, &SwapCheck::voices,
                                 &SwapCheck::permissions, &SwapCheck::content}) {
-        const QString answer = (this->*question)();
+        QString answer = (this->*question)();
         if (!answer.isEmpty())
             return answer;
     }
@@ -94,7 +94,7 @@ QString SwapCheck::folders() const
     for (const QString &suffix : {QString(), m_from}) {
         for (const QString &path :
              {DataRoot::catalogFolder(suffix), DataRoot::tileCacheFolder(suffix)}) {
-            const QString answer = folder(path);
+            QString answer = folder(path);
             if (!answer.isEmpty())
                 return answer;
         }

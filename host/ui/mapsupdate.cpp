@@ -74,7 +74,7 @@ QString MapsUpdate::blockade() const
 
 QString MapsUpdate::hindrance() const
 {
-    const QString busy = busyReason();
+    QString busy = busyReason();
     if (!busy.isEmpty())
         return busy;
     if (!m_backupVersion.isEmpty())
