@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "download/request.h"
 
+#include <algorithm>
 #include <QStringList>
+#include <utility>
 
 namespace {
 
@@ -98,6 +100,32 @@ int Request::deSerialize(QSettings &settings)
         break;
     }
     return 0;
+}
+
+QList<Request> Request::readAll(QSettings &settings)
+{
+    settings.beginGroup(QStringLiteral("requests"));
+    const int size = settings.value(QStringLiteral("size")).toInt();
+    QList<int> indexes;
+    const QStringList groups = settings.childGroups();
+    for (const QString &group : groups) {
+        const int index = group.toInt();
+        const bool isEntry = index > 0 && group == QString::number(index); // "01" is none
+        if (isEntry && (size <= 0 || index <= size))
+            indexes.append(index);
+    }
+    std::sort(indexes.begin(), indexes.end());
+    QList<Request> requests;
+    requests.reserve(indexes.size());
+    for (int index : std::as_const(indexes)) {
+        settings.beginGroup(QString::number(index));
+        Request request;
+        request.deSerialize(settings);
+        settings.endGroup();
+        requests.append(request);
+    }
+    settings.endGroup();
+    return requests;
 }
 
 bool operator==(const Request &a, const Request &b)

@@ -3,6 +3,7 @@
 #define VEXA_REQUEST_H
 
 #include "vexa_export.h"
+#include <QList>
 #include <QSettings>
 #include <QString>
 #include <QVariant>
@@ -61,6 +62,12 @@ public:
      * or 0; a type that is not known leaves the payload as it was. Returns 0.
      */
     int deSerialize(QSettings &settings);
+
+    /**
+     * Reads the array "requests", oldest first; the caller holds the settings. The entries that are
+     * there decide and not the array's size: a damaged file may claim any number.
+     */
+    static QList<Request> readAll(QSettings &settings);
 
     QString id; ///< who asked: the region's id; empty for a test download
     int type = 0; ///< RequestType, or 0

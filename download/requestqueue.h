@@ -167,7 +167,10 @@ public:
             const QMutexLocker lock(&listMutex);
             if (!this->isEmpty())
                 return;
-            readSaved();
+            {
+                const VexaSettings::Locker settings;
+                this->append(T::readAll(*settings));
+            }
             restored = this->size();
             if (restored == 0)
                 return;
@@ -293,31 +296,6 @@ private:
             settings.remove(QString::number(i + 1));
         settings.endGroup();
         settings.sync();
-    }
-
-    // The entries that are there decide, not the size: a damaged file may claim any number.
-    void readSaved()
-    {
-        const VexaSettings::Locker settings;
-        settings->beginGroup(QStringLiteral("requests"));
-        const int size = settings->value(QStringLiteral("size")).toInt();
-        QList<int> indexes;
-        const QStringList groups = settings->childGroups();
-        for (const QString &group : groups) {
-            const int index = group.toInt();
-            const bool isEntry = index > 0 && group == QString::number(index); // "01" is none
-            if (isEntry && (size <= 0 || index <= size))
-                indexes.append(index);
-        }
-        std::sort(indexes.begin(), indexes.end());
-        for (int index : std::as_const(indexes)) {
-            settings->beginGroup(QString::number(index));
-            T item;
-            item.deSerialize(*settings);
-            settings->endGroup();
-            QQueue<T>::enqueue(item);
-        }
-        settings->endGroup();
     }
 
     void notify()

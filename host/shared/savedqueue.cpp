@@ -21,31 +21,11 @@ QString arrayName()
     return QStringLiteral("requests");
 }
 
-// Under the settings' lock. The entries that are there decide; the stored size may be damaged.
+// Under the settings' lock.
 QList<Request> readFrom(QSettings &settings)
 {
     settings.sync();
-    settings.beginGroup(arrayName());
-    const int size = settings.value(QStringLiteral("size")).toInt();
-    QList<int> indexes;
-    const QStringList groups = settings.childGroups();
-    for (const QString &group : groups) {
-        const int index = group.toInt();
-        const bool isEntry = index > 0 && group == QString::number(index); // "01" is none
-        if (isEntry && (size <= 0 || index <= size))
-            indexes.append(index);
-    }
-    std::sort(indexes.begin(), indexes.end());
-    QList<Request> requests;
-    for (int index : std::as_const(indexes)) {
-        settings.beginGroup(QString::number(index));
-        Request request;
-        request.deSerialize(settings);
-        settings.endGroup();
-        requests.append(request);
-    }
-    settings.endGroup();
-    return requests;
+    return Request::readAll(settings);
 }
 
 void writeTo(QSettings &settings, const QList<Request> &requests)
