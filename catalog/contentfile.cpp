@@ -2,13 +2,12 @@
 // The reading half of contentfile_p.h.
 #include "catalog/contentfile_p.h"
 
+#include "catalog/textpool_p.h"
 #include "catalog/xmlnames_p.h"
 #include "plugin/xmlfilereader_p.h"
-#include <array>
 #include <QFile>
 #include <QHash>
 #include <QSet>
-#include <vector>
 
 using namespace ContentXml;
 
@@ -46,24 +45,38 @@ public:
         m_isDirectory = m_xml.is(Directory);
         const bool isOver = forEachChild(m_xml, [this] {
             if (m_xml.is(DiskCache))
-                return readTiles();
+                return forEachChild(m_xml, [this] { return pause(); });
             return !m_xml.is(Regions) || readRegions();
         });
-        resolveNames();
-        return isOver && release();
+        // To free so many texts takes longer than a frame.
+        return isOver && m_paths.release([this] { return pause(); });
+    }
+
+    // Whether there are tiles without a path, for which the file must be read again.
+    bool hasNames() const { return !m_names.isEmpty(); }
+
+    // The second reading, from the root's begin on. False if the pause has ended it.
+    bool resolveNames(XmlFileReader &xml)
+    {
+        const bool isOver = forEachChild(xml, [&] {
+            return !xml.is(DiskCache) || forEachChild(xml, [&] {
+                const auto found = m_pathsByName.find(xml.value(Name));
+                if (found != m_pathsByName.end())
+                    *found = xml.value(Path);
+                return pause();
+            });
+        });
+        for (auto names = m_names.cbegin(); names != m_names.cend(); ++names) {
+            QStringList &paths = tables.regionTilePaths[names.key()];
+            for (const int place : names.value())
+                paths[place] = m_pathsByName.value(paths.at(place));
+        }
+        return isOver;
     }
 
     ContentFile::Tables tables;
 
 private:
-    bool readTiles()
-    {
-        return forEachChild(m_xml, [this] {
-            m_tiles.push_back({m_xml.value(Name), readPath()});
-            return pause();
-        });
-    }
-
     bool readRegions()
     {
         return forEachChild(m_xml, [this] {
@@ -81,62 +94,27 @@ private:
     {
         QStringList &paths = tables.regionTilePaths[id];
         return forEachChild(m_xml, [&] {
-            paths.append(readPath());
+            // Most tiles are listed by several regions.
+            paths.append(m_paths.take(m_xml.view(Path)));
             // Files of older versions have no paths there; the name leads to one only by luck.
             if (paths.constLast().isEmpty()) {
                 m_names[id].append(int(paths.size()) - 1);
                 paths.last() = m_xml.value(Name);
+                m_pathsByName.insert(paths.constLast(), QString());
             }
             return pause();
         });
     }
 
-    // Most tiles are listed by several regions: the same path is kept once.
-    QString readPath()
-    {
-        const QString path = m_xml.value(Path);
-        return *m_paths[qHash(path) % m_paths.size()].insert(path);
-    }
-
-    void resolveNames()
-    {
-        QHash<QString, QString> tilePaths;
-        if (!m_names.isEmpty()) {
-            for (const Tile &tile : m_tiles)
-                tilePaths.insert(tile.name, tile.path);
-        }
-        for (auto names = m_names.cbegin(); names != m_names.cend(); ++names) {
-            QStringList &paths = tables.regionTilePaths[names.key()];
-            for (const int place : names.value())
-                paths[place] = tilePaths.value(paths.at(place));
-        }
-    }
-
-    // To free so many texts takes longer than a frame.
-    bool release()
-    {
-        m_paths = {};
-        for (bool goesOn = true; goesOn && !m_tiles.empty(); m_tiles.pop_back())
-            goesOn = pause();
-        return m_tiles.empty();
-    }
-
     bool pause() const { return !m_pause || m_pause(); }
-
-    struct Tile
-    {
-        QString name;
-        QString path;
-    };
 
     XmlFileReader &m_xml;
     const ContentFile::Pause &m_pause;
     bool m_isDirectory = false;
     QSet<QString> m_ids; // those in the tables' list
-    std::vector<Tile> m_tiles;
-    // Many small ones, since a large one stops everything each time that it grows.
-    std::array<QSet<QString>, 128> m_paths;
+    TextPool m_paths;
     QHash<QString, QList<int>> m_names; // by region id, where its paths have names in their place
+    QHash<QString, QString> m_pathsByName; // of those names
 };
 
 // Whether the file's end shows that it was not cut.
@@ -200,5 +178,12 @@ ContentFile::Tables ContentFile::readTables(const QString &path, const Pause &pa
     if (!pass.run())
         return Tables();
     while (xml.next() != XmlFileReader::Done) { }
-    return xml.wellFormed() ? std::move(pass.tables) : Tables();
+    if (!xml.wellFormed())
+        return Tables();
+    if (pass.hasNames()) {
+        XmlFileReader again(path, XmlFileReader::Strict);
+        if (!again.open() || again.next() != XmlFileReader::Start || !pass.resolveNames(again))
+            return Tables();
+    }
+    return std::move(pass.tables);
 }

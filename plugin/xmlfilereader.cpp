@@ -186,6 +186,11 @@ QString XmlFileReader::value(QLatin1String attribute) const
     return m_attributes.value(attribute).toString();
 }
 
+QStringView XmlFileReader::view(QLatin1String attribute) const
+{
+    return m_attributes.value(attribute);
+}
+
 bool XmlFileReader::wellFormed() const
 {
     return !m_xml.hasError();

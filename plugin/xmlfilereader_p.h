@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QIODevice>
 #include <QString>
+#include <QStringView>
 #include <QXmlStreamReader>
 
 /**
@@ -64,6 +65,8 @@ public:
     bool has(QLatin1String attribute) const;
     /** The attribute's value, empty if it is not there. */
     QString value(QLatin1String attribute) const;
+    /** The same without a copy; valid until next(). */
+    QStringView view(QLatin1String attribute) const;
 
     /** After Done: whether the whole file was read without an error. */
     bool wellFormed() const;
