@@ -26,6 +26,15 @@ QString regionNameFileName(const QString &digitCode)
     return QLatin1String("regionname-lang-") + digitCode + QLatin1String(".xml");
 }
 
+// The first four characters, in a number of the same order.
+quint64 startOf(const QString &id)
+{
+    quint64 start = 0;
+    for (int i = 0; i < 4; ++i)
+        start = start << 16 | (i < id.size() ? id.at(i).unicode() : 0);
+    return start;
+}
+
 } // namespace
 
 MapCatalog::MapCatalog(const QString &pathSuffix, QObject *parent)
@@ -257,20 +266,22 @@ MapCatalog::NamedRegions MapCatalog::readRegionNames(const QDir &folder) const
     NamedRegions names;
     names.reserve(size_t(m_regionIndex.size()));
     const auto pause = pauses();
-    RegionNameFile::read(folder.filePath(fileName), version,
-                         [&](const QString &id, const QString &name) {
-                             const auto region = m_regionIndex.constFind(id);
-                             if (region != m_regionIndex.cend())
-                                 names.push_back({&region.key(), name, int(names.size())});
-                             else
-                                 QCoreApplication::processEvents();
-                             return pause();
-                         });
+    RegionNameFile::read(
+        folder.filePath(fileName), version, [&](const QString &id, const QString &name) {
+            const auto region = m_regionIndex.constFind(id);
+            if (region != m_regionIndex.cend())
+                names.push_back({startOf(id), &region.key(), name, int(names.size())});
+            else
+                QCoreApplication::processEvents();
+            return pause();
+        });
     if (!self)
         return NamedRegions();
 
     // Of an id's names the last one is the first of them then, and the one that stays.
     std::sort(names.begin(), names.end(), [](const NamedRegion &a, const NamedRegion &b) {
+        if (a.start != b.start)
+            return a.start < b.start;
         return a.id == b.id ? a.place > b.place : *a.id < *b.id;
     });
     const auto end =

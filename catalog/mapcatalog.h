@@ -264,6 +264,7 @@ private:
 
     struct NamedRegion
     {
+        quint64 start; ///< of the id: most are told apart by it, without a look at the text
         const QString *id; ///< the key of the index
         QString name;
         int place; ///< in the file

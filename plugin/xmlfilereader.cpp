@@ -146,6 +146,8 @@ bool XmlFileReader::open()
 
 XmlFileReader::Step XmlFileReader::next()
 {
+    // What is shared here the stream reader would copy before it changes it.
+    m_attributes = QXmlStreamAttributes();
     while (!m_xml.atEnd()) {
         const QXmlStreamReader::TokenType token = m_xml.readNext();
         m_input->itemIsOver();
