@@ -109,6 +109,8 @@ int DownloadManager::mainLoop()
         putDown();
         saveState();
         QCoreApplication::processEvents();
+        if (d->queue->snapshot().isEmpty())
+            d->network.reset();
         Worker::threadSleep(LoopPause);
     }
     d->trace(QStringLiteral("Exiting main vexa loop"));

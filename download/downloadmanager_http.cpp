@@ -267,7 +267,9 @@ void DownloadManager::sendRequest()
     if (d->reply)
         d->reply->disconnect();
     d->heartbeat.start();
-    QNetworkReply *reply = d->network.get(request);
+    if (!d->network)
+        d->network = std::make_unique<QNetworkAccessManager>();
+    QNetworkReply *reply = d->network->get(request);
     d->reply = reply;
     // Without a limit a fast server fills the memory while the disk is waited for. A test never
     // reads, so with one its reply would never end.

@@ -10,6 +10,7 @@
 #include "plugin/logger.h"
 #include "plugin/qtcompat.h"
 #include <atomic>
+#include <memory>
 #include <QElapsedTimer>
 #include <QMutex>
 #include <QNetworkAccessManager>
@@ -49,7 +50,9 @@ public:
     // Worker thread only, but see executing below.
     RequestQueue<Request> *queue = nullptr; // not owned
     QTimer heartbeat;
-    QNetworkAccessManager network;
+    // Only while something is queued: in Qt 5 a thread looks at all network interfaces every ten
+    // seconds as long as there is one of these.
+    std::unique_ptr<QNetworkAccessManager> network;
     QPointer<QNetworkReply> reply;
     SaveFile saveFile;
     QElapsedTimer transferClock; // since the request was sent
