@@ -30,8 +30,8 @@ macro(vexa_package component name section)
     set(CPACK_DEBIAN_${key}_DESCRIPTION "${arg_SUMMARY}
 Vexa keeps the offline map data of a map application on the device. It
 reads the catalogue of map regions, and downloads, unpacks, installs,
-updates and removes them, safe from a lost network or battery at any
-moment.
+updates and removes them. Nothing is lost when a program is killed or a
+battery is empty, whenever that is.
 
 ${arg_ABOUT}")
     list(APPEND CPACK_COMPONENTS_ALL ${component})

@@ -102,7 +102,11 @@ public:
     bool hasWifiConnection() const;
     /** The last value given to allowGprsConnection(); false at first. */
     bool doAllowGprsConnection();
-    /** For the host's network code: tells the interface and the engine whether there is Wi-Fi. */
+    /**
+     * For the host's network code: tells the interface and the engine whether there is Wi-Fi. Does
+     * not suspend or resume by itself: the next transfer and the next allow...() call take it into
+     * account.
+     */
     void setHasWiFi(bool hasWiFi);
     /**
      * What the last unpack that finished has made, for MapCatalog::addInstalledRegion(): paths in

@@ -235,7 +235,7 @@ private:
         }
         line(tr("Installed"), tr("yes"));
         line(tr("Tiles"),
-             tr("%1, of which %2 are shared with other installed regions")
+             tr("%1, %2 of them shared with other installed regions")
                  .arg(object.value(QLatin1String("tiles")).toInt())
                  .arg(object.value(QLatin1String("sharedTiles")).toInt()));
         line(tr("On disk"), size("sizeOnDisk"));

@@ -120,19 +120,22 @@ private:
     static void showFigures(MapCatalog &catalog, const QString &label,
                             const RemovalFigures &figures, Console &console)
     {
-        console.result(tr("%1: %2 tiles, %3 would be freed.")
-                           .arg(label)
-                           .arg(figures.freedFiles)
-                           .arg(RegionWords::size(figures.freedBytes)));
+        console.result(
+            tr("%1: %2, %3 would be freed.")
+                .arg(label, tiles(figures.freedFiles), RegionWords::size(figures.freedBytes)));
         if (figures.keptFiles == 0)
             return;
         QStringList needing;
         for (const QString &id : figures.neededBy)
             needing.append(RemoveCommand::label(catalog, id));
-        console.result(
-            tr("  %1 tiles (%2) would stay, needed by %3.")
-                .arg(figures.keptFiles)
-                .arg(RegionWords::size(figures.keptBytes), needing.join(QLatin1String(", "))));
+        console.result(tr("  %1 (%2) would stay, needed by %3.")
+                           .arg(tiles(figures.keptFiles), RegionWords::size(figures.keptBytes),
+                                needing.join(QLatin1String(", "))));
+    }
+
+    static QString tiles(int count)
+    {
+        return count == 1 ? tr("1 tile") : tr("%1 tiles").arg(count);
     }
 
     static QString label(MapCatalog &catalog, const QString &id)
@@ -153,14 +156,13 @@ private:
                 tr("%1 is still recorded: the content file cannot be written.").arg(id));
             return false;
         }
-        context.console.note(tr("Removed %1 (%2): %3 tiles, %4 freed.")
-                                 .arg(id, name)
-                                 .arg(figures.freedFiles)
-                                 .arg(RegionWords::size(figures.freedBytes)));
+        context.console.note(
+            tr("Removed %1 (%2): %3, %4 freed.")
+                .arg(id, name, tiles(figures.freedFiles), RegionWords::size(figures.freedBytes)));
         if (figures.keptFiles > 0)
-            context.console.note(tr("  %1 tiles (%2) stay: other installed regions need them.")
-                                     .arg(figures.keptFiles)
-                                     .arg(RegionWords::size(figures.keptBytes)));
+            context.console.note(
+                tr("  Kept for other installed regions: %1 (%2).")
+                    .arg(tiles(figures.keptFiles), RegionWords::size(figures.keptBytes)));
         return true;
     }
 };

@@ -127,8 +127,8 @@ private:
                                 size(region.installedBytes), words(region.tiles)));
         if (region.endangered.isEmpty())
             return;
-        console.result(tr("  Installed alone over its old version, it would take %1 tiles from "
-                          "other regions:")
+        console.result(tr("  Installed alone over its old version, it would take tiles from other "
+                          "regions, %1 in all:")
                            .arg(region.endangered.size()));
         for (int i = 0; i < int(region.endangered.size()) && i < MaxTilesShown; ++i) {
             const EndangeredTile &tile = region.endangered.at(i);

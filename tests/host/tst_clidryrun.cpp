@@ -113,8 +113,8 @@ void CliDryRunTest::removeIsShownInWords()
     const ProgramRun one = maps->run(words("remove --dry-run -q FI"));
     const ProgramRun two = maps->run(words("remove --dry-run FI SE"));
 
-    QVERIFY(one.out.contains("FI (Finland in 001): 1 tiles, 20 kB would be freed."));
-    QVERIFY(one.out.contains("1 tiles (20 kB) would stay, needed by SE (Sweden in 001)."));
+    QVERIFY(one.out.contains("FI (Finland in 001): 1 tile, 20 kB would be freed."));
+    QVERIFY(one.out.contains("1 tile (20 kB) would stay, needed by SE (Sweden in 001)."));
     QVERIFY(!one.out.contains("In total"));
     QVERIFY(two.out.contains("SE (Sweden in 001): 2 tiles, 40 kB would be freed."));
     QVERIFY(two.out.contains("In total: 3 tiles, 60 kB would be freed."));
@@ -219,7 +219,7 @@ void CliDryRunTest::updateIsShownInWords()
     for (const char *text :
          {"Version 26.11.21.00 is installed, the server has 26.12.01.00.",
           "FI (Finland in 001): ", "tiles: 1 new, 0 of another size, 1 of the same size, 1 gone.",
-          "it would take 1 tiles from other regions:", "5/5/border.cdt: SE (Sweden in 001)",
+          "it would take tiles from other regions, 1 in all:", "5/5/border.cdt: SE (Sweden in 001)",
           "In total ", "The new maps take 90 kB.", "Removing the backup afterwards frees "})
         QVERIFY2(run.out.contains(text), text);
 }
