@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QLocale>
 #include <QQmlEngine>
+#include <utility>
 
 namespace {
 
@@ -26,12 +27,17 @@ QString regionNameFileName(const QString &digitCode)
     return QLatin1String("regionname-lang-") + digitCode + QLatin1String(".xml");
 }
 
-// The first four characters, in a number of the same order.
+// The first eight characters, in a number of the same order; nothing of what stands behind a
+// character that does not fit into a byte.
 quint64 startOf(const QString &id)
 {
     quint64 start = 0;
-    for (int i = 0; i < 4; ++i)
-        start = start << 16 | (i < id.size() ? id.at(i).unicode() : 0);
+    bool fits = true;
+    for (int i = 0; i < 8; ++i) {
+        const ushort character = fits && i < id.size() ? id.at(i).unicode() : 0;
+        fits = fits && character < 0xff;
+        start = start << 8 | qMin<ushort>(character, 0xff);
+    }
     return start;
 }
 
@@ -216,8 +222,7 @@ void MapCatalog::loadAvailable()
 
 void MapCatalog::makeAvailable(MapRegion *region)
 {
-    MapRegion *sameId = m_regionIndex.value(region->id());
-    m_regionIndex[region->id()] = region;
+    MapRegion *sameId = std::exchange(m_regionIndex[region->id()], region);
     m_availableRegions.append(region);
 
     const auto was = m_wasInstalled.constFind(region->id());
@@ -245,7 +250,7 @@ void MapCatalog::applyRegionNames(const QDir &folder)
     if (!self)
         return;
     for (const NamedRegion &named : names) {
-        MapRegion *region = m_regionIndex.value(*named.id);
+        MapRegion *region = named.region.value();
         // Half of the names are the same in many a language: those are kept once.
         const QString name = region->name();
         region->setLocalizedName(named.name == name ? name : named.name);
@@ -266,15 +271,15 @@ MapCatalog::NamedRegions MapCatalog::readRegionNames(const QDir &folder) const
     NamedRegions names;
     names.reserve(size_t(m_regionIndex.size()));
     const auto pause = pauses();
-    RegionNameFile::read(
-        folder.filePath(fileName), version, [&](const QString &id, const QString &name) {
-            const auto region = m_regionIndex.constFind(id);
-            if (region != m_regionIndex.cend())
-                names.push_back({startOf(id), &region.key(), name, int(names.size())});
-            else
-                QCoreApplication::processEvents();
-            return pause();
-        });
+    RegionNameFile::read(folder.filePath(fileName), version,
+                         [&](const QString &id, const QString &name) {
+                             const auto region = m_regionIndex.constFind(id);
+                             if (region != m_regionIndex.cend())
+                                 names.push_back({startOf(id), region, name, int(names.size())});
+                             else
+                                 QCoreApplication::processEvents();
+                             return pause();
+                         });
     if (!self)
         return NamedRegions();
 
@@ -282,11 +287,12 @@ MapCatalog::NamedRegions MapCatalog::readRegionNames(const QDir &folder) const
     std::sort(names.begin(), names.end(), [](const NamedRegion &a, const NamedRegion &b) {
         if (a.start != b.start)
             return a.start < b.start;
-        return a.id == b.id ? a.place > b.place : *a.id < *b.id;
+        return a.region == b.region ? a.place > b.place : a.region.key() < b.region.key();
     });
     const auto end =
-        std::unique(names.begin(), names.end(),
-                    [](const NamedRegion &a, const NamedRegion &b) { return a.id == b.id; });
+        std::unique(names.begin(), names.end(), [](const NamedRegion &a, const NamedRegion &b) {
+            return a.region == b.region;
+        });
     names.erase(end, names.end());
     return names;
 }

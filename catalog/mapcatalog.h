@@ -265,7 +265,7 @@ private:
     struct NamedRegion
     {
         quint64 start; ///< of the id: most are told apart by it, without a look at the text
-        const QString *id; ///< the key of the index
+        QHash<QString, MapRegion *>::const_iterator region; ///< in the index
         QString name;
         int place; ///< in the file
     };

@@ -450,19 +450,36 @@ void MapCatalogTest::localizedNamesAreApplied()
              text("qtn_maps_vexa_taiwan_international"));
 }
 
+// As texts are ordered, however long the ids are the same and whatever letters they have; of
+// several names for one region the last one counts.
 void MapCatalogTest::localizedNamesComeInTheOrderOfTheirIds()
 {
-    m_data->setCatalog(fileElement("9") + fileElement("10") + fileElement("1"));
+    const QList<QByteArray> ids {"9",
+                                 "10",
+                                 "1",
+                                 "\xc8\x80"
+                                 "a",
+                                 "\xc4\x80z",
+                                 "abcdefgh9",
+                                 "\xc3\xbfz",
+                                 "abcdefgh10",
+                                 "\xc3\xbf"
+                                 "a",
+                                 "abcdefgh"};
+    QByteArray elements;
+    QByteArray names = "<n><region id=\"10\" name=\"other\"/><region id=\"none\" name=\"none\"/>";
+    for (const QByteArray &id : ids) {
+        elements += fileElement(id);
+        names += "<region id=\"" + id + "\" name=\"" + id + "\"/>";
+    }
+    m_data->setCatalog(elements);
     m_data->setContent({});
-    writeFile(m_data->namesFile(),
-              "<n><region id=\"9\" name=\"nine\"/><region id=\"10\" name=\"other\"/>"
-              "<region id=\"1\" name=\"one\"/><region id=\"none\" name=\"none\"/>"
-              "<region id=\"10\" name=\"Region 10\"/></n>");
+    writeFile(m_data->namesFile(), names + "</n>");
     MapCatalog catalog;
     QStringList told;
     QSet<MapRegion *> followed;
     const EveryPass follow([&] {
-        for (const char *id : {"9", "10", "1"}) {
+        for (const QByteArray &id : ids) {
             MapRegion *region = catalog.region(text(id));
             if (!region || followed.contains(region))
                 continue;
@@ -474,8 +491,14 @@ void MapCatalogTest::localizedNamesComeInTheOrderOfTheirIds()
 
     catalog.updateCatalog();
 
-    // As texts are ordered; of several names for one region the last one counts.
-    QCOMPARE(told, QStringList({text("one"), text("Region 10"), text("nine")}));
+    QCOMPARE(told,
+             QStringList({text("1"), text("10"), text("9"), text("abcdefgh"), text("abcdefgh10"),
+                          text("abcdefgh9"),
+                          text("\xc3\xbf"
+                               "a"),
+                          text("\xc3\xbfz"), text("\xc4\x80z"),
+                          text("\xc8\x80"
+                               "a")}));
 }
 
 void MapCatalogTest::withoutACatalogueNothingIsInstalled()
