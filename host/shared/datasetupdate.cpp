@@ -112,11 +112,10 @@ qlonglong DataSetUpdate::bytesReceived() const
 {
     qint64 bytes = 0;
     for (const QString &id : m_wanted) {
-        if (m_whole.contains(id))
-            bytes += m_sizes.value(id);
-        else if (id == m_region && m_regionStatus.state == RegionState::Downloading)
+        const bool isUnderWay = id == m_region && !m_whole.contains(id);
+        if (isUnderWay && m_regionStatus.state == RegionState::Downloading)
             bytes += m_regionStatus.bytes;
-        else if (id == m_region && shareDone(m_regionStatus) >= DownloadShare)
+        else if (m_whole.contains(id) || (isUnderWay && shareDone(m_regionStatus) >= DownloadShare))
             bytes += m_sizes.value(id);
     }
     return bytes;

@@ -109,7 +109,7 @@ std::optional<QByteArray> HttpFile::readAt(qint64 offset, qint64 maxBytes)
         return std::nullopt;
     if (offset < 0 || offset >= m_size || maxBytes <= 0)
         return QByteArray();
-    if (const auto bytes = kept(offset, maxBytes))
+    if (auto bytes = kept(offset, maxBytes))
         return bytes;
     m_pieceSize = offset == m_nextOffset ? qMin(m_pieceSize * 2, LargestPiece) : FirstPiece;
     if (!fetchPiece(offset, qMin(qMax(m_pieceSize, maxBytes), m_size - offset)))

@@ -61,7 +61,7 @@ QSet<QString> tilesOf(const MapRegion &region)
 // Catalogues may claim sizes that no number holds.
 qint64 bytes(double value)
 {
-    constexpr double Most = double(std::numeric_limits<qint64>::max() / 8);
+    constexpr auto Most = double(std::numeric_limits<qint64>::max()) / 8;
     return qint64(std::clamp(value, 0.0, Most));
 }
 
