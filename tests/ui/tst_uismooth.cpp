@@ -25,6 +25,7 @@ private Q_SLOTS:
 namespace {
 
 constexpr int ExtraRegions = 5000;
+constexpr int LoadedRegions = 12000; // so many that a load lasts longer than a dozen frames
 constexpr int Enough = 5; // actions of the user, each seen on the screen before the next
 const QString Region = QStringLiteral("SE");
 
@@ -79,7 +80,10 @@ private:
 
 struct LongRig : UiRig
 {
-    bool openMany() { return DemoData::create(ExtraRegions) && open() && waitForRows(); }
+    bool openMany(int regions = ExtraRegions)
+    {
+        return DemoData::create(regions) && open() && waitForRows();
+    }
 
     bool waitForRows()
     {
@@ -241,7 +245,7 @@ private:
 void UiSmoothTest::theSearchIsTypedIntoWhileTheCatalogueLoads()
 {
     LongRig rig;
-    QVERIFY(rig.openMany());
+    QVERIFY(rig.openMany(LoadedRegions));
     Load load(rig.session->catalog());
     Typist typist(&rig);
     const User user(
@@ -261,7 +265,7 @@ void UiSmoothTest::theSearchIsTypedIntoWhileTheCatalogueLoads()
 void UiSmoothTest::theListIsScrolledWhileTheCatalogueLoads()
 {
     LongRig rig;
-    QVERIFY(rig.openMany());
+    QVERIFY(rig.openMany(LoadedRegions));
     Load load(rig.session->catalog());
     Reader reader(&rig);
     const User user(
