@@ -73,8 +73,9 @@ QByteArray unescaped(QByteArray bytes)
 bool holds(const QByteArray &text, const QByteArray &word)
 {
     for (auto at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + 1)) {
-        // A text that begins like that is stored with two of them.
-        if (at == 0 || text.at(at - 1) != '@')
+        // A text that begins like that is stored with two of them, or as "@String(@Variant(".
+        const QByteArray before = text.mid(qMax(0, int(at) - 8), qMin(8, int(at)));
+        if (!before.endsWith('@') && before != "@String(")
             return true;
     }
     return false;

@@ -321,6 +321,7 @@ void VexaSettingsTest::keepsAFileWhoseTextsOnlyLookPacked()
 {
     const TemporaryHome home;
     const QStringList texts {QStringLiteral("@Variant(x)"), QStringLiteral("@DateTime("),
+                             QStringLiteral("@Variant(") + QChar(0),
                              QStringLiteral("http://me@Vienna/@Variants/"), QStringLiteral("@")};
     for (const QString &text : texts) {
         VexaSettings::Locker()->setValue(QStringLiteral("key"), text);
