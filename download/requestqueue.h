@@ -12,7 +12,6 @@
 #include <QMutex>
 #include <QMutexLocker>
 #include <QQueue>
-#include <QStringList>
 #include <utility>
 
 /**

@@ -74,8 +74,8 @@ bool holds(const QByteArray &text, const QByteArray &word)
 {
     for (auto at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + 1)) {
         // A text that begins like that is stored with two of them, or as "@String(@Variant(".
-        const QByteArray before = text.mid(qMax(0, int(at) - 8), qMin(8, int(at)));
-        if (!before.endsWith('@') && before != "@String(")
+        const auto before = QByteArray::fromRawData(text.constData(), int(at));
+        if (!before.endsWith('@') && !before.endsWith("@String("))
             return true;
     }
     return false;
