@@ -126,7 +126,8 @@ bool NginxServer::tryStart()
 
 void NginxServer::writeConfiguration() const
 {
-    // One process, so that nothing is left when it is killed.
+    // One process, so that nothing is left when it is killed; files are sent as with the settings
+    // that Debian ships.
     QByteArray text = R"(daemon off;
 master_process off;
 pid nginx.pid;
@@ -140,6 +141,8 @@ http {
     uwsgi_temp_path uwsgi;
     scgi_temp_path scgi;
     default_type application/octet-stream;
+    sendfile on;
+    tcp_nopush on;
     limit_rate @RATE@;
     server {
         listen @ADDRESS@:@PORT@;
