@@ -317,12 +317,12 @@ void RemoteArchiveTest::aServerThatFailsLaterGivesNoList_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("behaviour");
-    for (const char *name : {"FI.zip", "FI.7z", "FI.tar"}) {
+    for (const QByteArray name : {"FI.zip", "FI.7z", "FI.tar"}) {
         int i = 0;
-        for (const char *what :
+        for (const QByteArray what :
              {"another part", "another size", "the whole", "a stall", "a cut", "a short body",
               "not found", "another file", "another edition", "no range named"})
-            QTest::addRow("%s, %s", name, what) << QString::fromLatin1(name) << i++;
+            QTest::newRow(name + ", " + what) << QString::fromLatin1(name) << i++;
     }
 }
 
