@@ -39,7 +39,7 @@ public:
                               context.console);
         LintReport report;
         LintFolder lint(folder, QUrl(context.baseUri), &report);
-        lint.onArchive = [&context](const QString &file) { context.console.progress(file); };
+        lint.onFile = [&context](const QString &file) { context.console.progress(file); };
         lint.check();
         context.console.clearProgress();
         const QList<LintFinding> findings = report.findings();
@@ -82,6 +82,8 @@ private:
                   .arg(report.regions)
                   .arg(report.archives)
                   .arg(report.nameFiles);
+        if (report.checkSums > 0)
+            text += QLatin1Char(' ') + tr("Compared: check sums %1.").arg(report.checkSums);
         if (report.archivesElsewhere > 0)
             text += QLatin1Char(' ')
                 + tr("Not looked at: archives on other servers %1.").arg(report.archivesElsewhere);
@@ -105,6 +107,7 @@ private:
                          {QStringLiteral("archives"), report.archives},
                          {QStringLiteral("archivesElsewhere"), report.archivesElsewhere},
                          {QStringLiteral("nameFiles"), report.nameFiles},
+                         {QStringLiteral("checkSums"), report.checkSums},
                          {QStringLiteral("findings"), list}}));
     }
 };

@@ -3,8 +3,10 @@
 
 #include "host/cli/lintarchives.h"
 #include "host/cli/lintcatalogue.h"
+#include "host/cli/lintcities.h"
 #include "host/cli/lintcontent.h"
 #include "host/cli/lintnames.h"
+#include "host/cli/lintsums.h"
 #include "host/shared/catalogfiles.h"
 #include "host/shared/mapsversion.h"
 #include <QDir>
@@ -18,6 +20,8 @@ using CatalogFiles::versionName;
 namespace {
 
 constexpr LintPlace Start {1, 1};
+constexpr int MaxCodes = 5; // that are listed
+const QLatin1String FallbackCode("001"); // of the names that stand in for others
 
 } // namespace
 
@@ -32,12 +36,14 @@ void LintFolder::check()
     // With a list of what is installed and no version of its own it is a data set as it lies on a
     // device: there are no archives, and no version to go over to.
     const bool isDataSet = exists(contentName()) && !exists(versionName());
-    if (!isDataSet)
+    if (!isDataSet) {
         checkVersion();
+        checkLanguages();
+    }
     checkFileNames();
 
     LintArchives archives(m_folder, m_baseUri, m_report);
-    archives.onArchive = onArchive;
+    archives.onArchive = onFile;
     QSet<QString> ids;
     bool isWhole = true;
     const QStringList catalogues = files("catalog-*.xml");
@@ -68,11 +74,15 @@ void LintFolder::check()
         content.checkContent();
     if (exists(configName()))
         content.checkConfig();
+    if (exists(LintCities::fileName()))
+        LintCities(m_folder, m_report).check();
+    if (exists(LintSums::fileName()))
+        checkSums();
 }
 
 void LintFolder::checkVersion()
 {
-    const QString fallback = CatalogFiles::namesName(QStringLiteral("001"));
+    const QString fallback = CatalogFiles::namesName(FallbackCode);
     if (!exists(fallback))
         m_report->add(fallback, {}, "missing-file",
                       tr("it is not there; devices whose language has no file take this one"));
@@ -105,18 +115,50 @@ void LintFolder::checkVersion()
                       tr("%1 is not four parts of two digits").arg(LintReport::quoted(version)));
 }
 
+// To the library, a catalogue is incomplete without the names for the device's language.
+void LintFolder::checkLanguages()
+{
+    QStringList missing;
+    for (const QString &code : LintNames::codesOfDevices()) {
+        if (code != FallbackCode && !exists(CatalogFiles::namesName(code)))
+            missing.append(code);
+    }
+    if (missing.isEmpty())
+        return;
+    missing.sort();
+    const QString first = CatalogFiles::namesName(missing.first());
+    const int count = int(missing.size());
+    if (count > MaxCodes) {
+        missing = missing.mid(0, MaxCodes);
+        missing.append(QChar(0x2026));
+    }
+    m_report->add(first, {}, "missing-names",
+                  tr("there are no names for %1 languages (%2): some hosts show no regions on "
+                     "such devices; a file without entries is enough")
+                      .arg(QString::number(count), missing.join(QLatin1String(", "))));
+}
+
+void LintFolder::checkSums()
+{
+    LintSums sums(m_folder, m_report);
+    sums.onFile = onFile;
+    sums.check();
+}
+
 // Files whose author took another name for the right one.
 void LintFolder::checkFileNames()
 {
     static const QRegularExpression catalogue(QStringLiteral("\\Acatalog-.+\\.xml\\z"));
     static const QRegularExpression names(QStringLiteral("\\Aregionname-lang-\\d{3}\\.xml\\z"));
     static const QRegularExpression meant(
-        QStringLiteral("\\A(catalog|regionname|region-name|content\\.|config\\.|version\\.).*"),
+        QStringLiteral(
+            "\\A(catalog|regionname|region-name|cityindex|content\\.|config\\.|version\\.).*"),
         QRegularExpression::CaseInsensitiveOption);
     const QStringList all = QDir(m_folder).entryList(QDir::Files);
     for (const QString &file : all) {
         const bool isKnown = catalogue.match(file).hasMatch() || names.match(file).hasMatch()
-            || file == versionName() || file == contentName() || file == configName();
+            || file == versionName() || file == contentName() || file == configName()
+            || file == LintCities::fileName();
         // A name file of a wrong language code is told of by its own checker.
         const bool isChecked = file.startsWith(QLatin1String("regionname-lang-"))
             && file.endsWith(QLatin1String(".xml"));

@@ -20,14 +20,16 @@ public:
     /** The address is the one that the folder is published at; the report is not owned. */
     LintFolder(const QString &folder, const QUrl &baseUri, LintReport *report);
 
-    /** Is called ahead of each archive, with its name. */
-    std::function<void(const QString &file)> onArchive;
+    /** Is called ahead of each file that may take a while, with its name. */
+    std::function<void(const QString &file)> onFile;
 
     void check();
 
 private:
     void checkVersion();
+    void checkLanguages();
     void checkFileNames();
+    void checkSums();
     bool exists(const QString &file) const;
     QStringList files(const char *pattern) const;
 

@@ -10,8 +10,8 @@ using namespace RegionNameXml;
 
 namespace {
 
-// Whatever language a device may have. Some are known to the map data and not to every Qt.
-QSet<QString> codesOfDevices()
+// Some languages are known to the map data and not to every Qt.
+QSet<QString> allCodes()
 {
     const LocalizationTools tools;
     QSet<QString> codes;
@@ -37,6 +37,12 @@ LintNames::LintNames(const QString &folder, const QString &file, const QSet<QStr
     , m_xml(folder, file, XmlFileReader::Tolerant, report)
 { }
 
+const QSet<QString> &LintNames::codesOfDevices()
+{
+    static const QSet<QString> codes = allCodes();
+    return codes;
+}
+
 void LintNames::check()
 {
     checkCode();
@@ -54,8 +60,7 @@ void LintNames::check()
 
 void LintNames::checkCode()
 {
-    static const QSet<QString> codes = codesOfDevices();
-    for (const QString &code : codes) {
+    for (const QString &code : codesOfDevices()) {
         if (CatalogFiles::namesName(code) == m_file)
             return;
     }

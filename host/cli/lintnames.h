@@ -18,6 +18,9 @@ public:
 
     void check();
 
+    /** Of all languages that a device may have. */
+    static const QSet<QString> &codesOfDevices();
+
 private:
     void checkCode();
     void checkElement();

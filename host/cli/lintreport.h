@@ -57,6 +57,7 @@ public:
     int nameFiles = 0;
     int archives = 0;
     int archivesElsewhere = 0; ///< on other servers; not looked at
+    int checkSums = 0;
 
     /** The text in quotes, in one line and not without end. */
     static QString quoted(const QString &text);

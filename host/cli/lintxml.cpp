@@ -11,12 +11,14 @@ namespace {
 
 constexpr qint64 MaxFileBytes = 256 * 1024 * 1024;
 
-// What every build of the library can read.
+// What every build of the library reads alike. "ANSI", which no codec answers to and which the
+// library itself writes into a city index, means UTF-8.
 bool isKnownEncoding(const QString &name)
 {
     const QString lower = name.toLower();
-    return lower == QLatin1String("utf-8") || lower == QLatin1String("utf8")
-        || lower == QLatin1String("us-ascii") || lower == QLatin1String("iso-8859-1");
+    return lower == QLatin1String("ansi") || lower == QLatin1String("utf-8")
+        || lower == QLatin1String("utf8") || lower == QLatin1String("us-ascii")
+        || lower == QLatin1String("iso-8859-1");
 }
 
 bool isWide(const QString &name)

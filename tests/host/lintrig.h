@@ -6,6 +6,7 @@
 #include "testutils/archivebuilder.h"
 #include <QByteArray>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -26,7 +27,16 @@ public:
                {NamesFile, names("<region id=\"FI\" name=\"Suomi\"/>")},
                {QStringLiteral("archives/EU.tar"),
                 RawTar().add("0/1/a.cdt", "a").add("5/5/b.cdt", "b").bytes()}});
+        for (int code = 2; code <= 103; ++code) {
+            if (!isOfNoLanguage(code))
+                write({{namesFile(code), names("")}});
+        }
         setArchive(RawTar().add("0/1/a.cdt", "a").bytes());
+    }
+
+    static QString namesFile(int code)
+    {
+        return QStringLiteral("regionname-lang-%1.xml").arg(code, 3, 10, QLatin1Char('0'));
     }
 
     /** Europe with Finland in it, whose tag begins in line 3. */
@@ -111,6 +121,13 @@ public:
     QString path(const QString &file) const { return m_folder + QLatin1Char('/') + file; }
 
 private:
+    // What the map data leaves out, or gave to a language that has a later one.
+    static bool isOfNoLanguage(int code)
+    {
+        static const QSet<int> codes {24, 39, 45, 47, 48, 55, 60, 75, 82, 91, 100, 101};
+        return codes.contains(code);
+    }
+
     QTemporaryDir m_dir;
     const QString m_folder;
 };

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The command that looks through a content server's folder: the command
-// itself, and what is in the archives.
+// itself, which files there must be, what is in the archives, and check sums.
 #include "lintrig.h"
+#include <QCryptographicHash>
 #include <QDirIterator>
+#include <QProcess>
 #include <QtTest>
 
 class CliLintTest : public QObject
@@ -35,6 +37,11 @@ private Q_SLOTS:
     void filesThatNoCatalogueNamesAreFound();
     void tilesOfSeveralArchivesAreCompared();
 
+    void aLanguageWithoutNamesIsFound();
+    void checkSumsAreCompared_data();
+    void checkSumsAreCompared();
+    void whatDoesNotFitItsCheckSumIsNamed();
+
 private:
     QByteArray output() const { return rig->run().out; }
 
@@ -44,6 +51,8 @@ private:
 namespace {
 
 const QString Archive = QStringLiteral("archives/FI.tar");
+
+const QString Sums = QStringLiteral("SHA256SUMS");
 
 QStringList kinds(std::initializer_list<const char *> names)
 {
@@ -61,7 +70,7 @@ void CliLintTest::aGoodFolderHasNothing()
 
     QCOMPARE(run.out,
              QByteArray("Nothing found. Looked at: catalogues 1, regions 2, archives 2, files of "
-                        "names 1.\n"));
+                        "names 91.\n"));
     QCOMPARE(run.err, QByteArray());
     QCOMPARE(run.code, 0);
     QCOMPARE(rig->run({QStringLiteral("--quiet")}).out, QByteArray());
@@ -82,7 +91,7 @@ void CliLintTest::eachFindingIsNamedWithItsPlace()
                    + "/regionname-lang-001.xml:2:10: no catalogue has a region \"XX\" "
                    + "[unknown-region]\n" + folder + "/regionname-lang-001.xml:2:33: nobody reads "
                    + "the attribute \"colour\" [unknown-attribute]\nFound: 3. Looked at: "
-                   + "catalogues 1, regions 2, archives 2, files of names 1.\n"));
+                   + "catalogues 1, regions 2, archives 2, files of names 91.\n"));
     QCOMPARE(run.code, 6);
 }
 
@@ -107,7 +116,8 @@ void CliLintTest::jsonHasFindingsAndCounts()
                            {QStringLiteral("regions"), 2},
                            {QStringLiteral("archives"), 2},
                            {QStringLiteral("archivesElsewhere"), 0},
-                           {QStringLiteral("nameFiles"), 1},
+                           {QStringLiteral("nameFiles"), 91},
+                           {QStringLiteral("checkSums"), 0},
                            {QStringLiteral("findings"),
                             QJsonArray {QJsonObject {
                                 {QStringLiteral("file"), QStringLiteral("version.txt")},
@@ -348,6 +358,102 @@ void CliLintTest::tilesOfSeveralArchivesAreCompared()
              QStringList({Archive + QLatin1String(" same-name"),
                           CatalogueFile + QLatin1String(":3:3 parent-lacks-tiles")}));
     QVERIFY(output().contains("\"6/6/b.x.cdt\" has the name of \"5/5/b.cdt\""));
+}
+
+void CliLintTest::aLanguageWithoutNamesIsFound()
+{
+    rig->write({{LintRig::namesFile(31), QByteArray()}});
+    QCOMPARE(rig->findings(),
+             QStringList {LintRig::namesFile(31) + QLatin1String(" missing-names")});
+    QVERIFY(output().contains("there are no names for 1 languages (031): "));
+
+    for (const int code : {6, 9, 14, 50, 103})
+        rig->write({{LintRig::namesFile(code), QByteArray()}});
+    QCOMPARE(rig->findings(),
+             QStringList {LintRig::namesFile(6) + QLatin1String(" missing-names")});
+    QVERIFY(output().contains("for 6 languages (006, 009, 014, 031, 050, \xe2\x80\xa6): "));
+
+    // A device has the names of one language.
+    QVERIFY(QFile::remove(rig->path(QStringLiteral("version.txt"))));
+    rig->write(
+        {{QStringLiteral("content.xml"), "<directory map-version=\"26.11.21.00\"></directory>"}});
+    QCOMPARE(rig->findings(), QStringList());
+}
+
+void CliLintTest::checkSumsAreCompared_data()
+{
+    QTest::addColumn<QByteArray>("lines");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *name, const QByteArray &lines,
+                        std::initializer_list<const char *> found) {
+        QStringList expected;
+        for (const char *where : found)
+            expected.append(Sums + QLatin1String(where));
+        QTest::newRow(name) << lines << expected;
+    };
+    const QByteArray sum =
+        QCryptographicHash::hash("26.11.21.00\n", QCryptographicHash::Sha256).toHex();
+    const QByteArray other(64, 'a');
+    const QByteArray good = sum + "  version.txt\n";
+    row("a good line", good, {});
+    row("without an end", good.chopped(1), {});
+    row("of a binary file", sum + " *version.txt\n", {});
+    row("in capitals", sum.toUpper() + "  version.txt\n", {});
+    row("with lines of another system", sum + "  version.txt\r\n\r\n", {});
+    row("with its algorithm", "SHA256 (version.txt) = " + sum + '\n', {});
+    row("a comment, a line of nothing, blanks", "# all\n\n  " + good, {});
+    row("by another path", sum + "  archives/../version.txt\n", {});
+    row("a name with an escape", '\\' + sum + "  a\\\\b\\n.txt\n", {});
+    row("another sum", good + other + "  version.txt\n", {":2:67 other-sum"});
+    row("another sum with its algorithm", "SHA256 (version.txt) = " + other + '\n',
+        {":1:9 other-sum"});
+    row("no such file", "#\n" + sum + "  version\n", {":2:67 missing-file"});
+    row("a folder", sum + "  archives\n", {":1:67 missing-file"});
+    row("a blank in front of the name", sum + "   version.txt\n", {":1:67 missing-file"});
+    row("no name", sum + '\n', {":1:1 check-sum"});
+    row("no sum", "version.txt\n", {":1:1 check-sum"});
+    row("a sum that is too short", sum.mid(1) + "  version.txt\n", {":1:1 check-sum"});
+    row("a sum that is too long", 'a' + good, {":1:1 check-sum"});
+    row("another algorithm", "MD5 (version.txt) = " + sum.left(32) + '\n', {":1:1 check-sum"});
+    row("an escape that is none", '\\' + sum + "  a\\b.txt\n", {":1:1 check-sum"});
+    row("blanks only", good + "  \n", {":2:1 check-sum"});
+    row("comments only", "# none\n", {" empty"});
+    row("no bytes", "", {" empty"});
+}
+
+void CliLintTest::checkSumsAreCompared()
+{
+    QFETCH(QByteArray, lines);
+    QFETCH(QStringList, expected);
+    rig->write({{QStringLiteral("a\\b\n.txt"), "26.11.21.00\n"}, {Sums, lines}});
+
+    QCOMPARE(rig->findings(), expected);
+
+    // The tool that a copy is checked with says the same.
+    QProcess tool;
+    tool.setWorkingDirectory(rig->folder());
+    tool.start(QStringLiteral("sha256sum"), words("--check --strict SHA256SUMS"));
+    QVERIFY(tool.waitForFinished());
+    QCOMPARE(tool.exitCode() == 0, expected.isEmpty());
+}
+
+void CliLintTest::whatDoesNotFitItsCheckSumIsNamed()
+{
+    const QByteArray sum(64, 'a');
+    rig->write({{Sums,
+                 "SHA256 (archives/FI.tar) = " + sum + '\n' + sum + "  ../map5/version.txt\n" + sum
+                     + "  /dev/zero\n"}});
+
+    const ProgramRun run = rig->run();
+
+    const QByteArray list = rig->path(Sums).toUtf8();
+    QCOMPARE(run.out,
+             list + ":1:9: \"archives/FI.tar\" has another check sum [other-sum]\n" + list
+                 + ":2:67: \"../map5/version.txt\" leads out of what is published [outside]\n"
+                 + list + ":3:67: \"/dev/zero\" leads out of what is published [outside]\n"
+                 + "Found: 3. Looked at: catalogues 1, regions 2, archives 2, files of names 91. "
+                   "Compared: check sums 3.\n");
+    QCOMPARE(run.code, 6);
 }
 
 QTEST_GUILESS_MAIN(CliLintTest)

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The command that looks through a content server's folder: its text files.
+#include "cityindex/cityindexlistprocessor.h"
 #include "lintrig.h"
 #include <QtTest>
 
@@ -20,6 +21,8 @@ private Q_SLOTS:
     void namesAreChecked_data();
     void namesAreChecked();
     void aNameThatDevicesBringAlongIsFound();
+    void cityIndexesAreChecked_data();
+    void cityIndexesAreChecked();
     void contentFilesAreChecked_data();
     void contentFilesAreChecked();
     void aFileWithoutMeasureIsNotRead();
@@ -73,7 +76,7 @@ void CliLintXmlTest::versionsAndFilesAreChecked_data()
         at(version, {":1:1 missing-file", ":1:1 version"}));
     row("no English names", NamesFile, QByteArray(), at(NamesFile, {" missing-file"}));
     for (const char *name : {"Catalog-26.xml", "catalog.xml", "RegionName-lang-001.xml",
-                             "regionname-lang.xml", "version.TXT", "content.XML"})
+                             "regionname-lang.xml", "version.TXT", "content.XML", "cityindex.XML"})
         row(name, QString::fromUtf8(name), "", at(QString::fromUtf8(name), {" file-name"}));
     for (const char *name :
          {"regionname-lang-1.xml", "regionname-lang-024.xml", "regionname-lang-fi.xml"})
@@ -314,6 +317,59 @@ void CliLintXmlTest::aNameThatDevicesBringAlongIsFound()
                 {NamesFile, LintRig::names("<region id=\"411\" name=\"T\"/>")}});
 
     QCOMPARE(rig->findings(), at(NamesFile, {":2:10 fixed-name"}));
+}
+
+void CliLintXmlTest::cityIndexesAreChecked_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("read");
+    QTest::addColumn<QStringList>("expected");
+    const auto row = [](const char *name, const QByteArray &bytes, int read,
+                        std::initializer_list<const char *> places) {
+        QTest::newRow(name) << bytes << read << at(QStringLiteral("cityindex.xml"), places);
+    };
+    const auto list = [&row](const char *name, const QByteArray &elements, int read,
+                             std::initializer_list<const char *> places) {
+        row(name, "<cityindexlist>\n" + elements + "\n</cityindexlist>", read, places);
+    };
+    const QByteArray good = "<cityindex id=\"hel\" name=\"H\" version=\"1\"/>";
+    list("a good one", good, 1, {});
+    list("none", "", 0, {});
+    row("as the library writes it",
+        "<?xml version=\"1.0\" encoding=\"ANSI\"?>\n<cityindexlist>\n <cityindex id=\"hel\" "
+        "name=\"\xc3\xa5\" version=\"1\"/>\n</cityindexlist>\n",
+        1, {});
+    list("a byte of another encoding", "<cityindex id=\"a\" name=\"\xe5\" version=\"\"/>", 1,
+         {":2:25 encoding"});
+    list("no version", "<cityindex id=\"hel\" name=\"H\"/>", 0, {":2:1 missing-attribute"});
+    list("an attribute in capitals", "<cityindex Id=\"hel\" name=\"H\" version=\"1\"/>", 0,
+         {":2:1 missing-attribute", ":2:12 unknown-attribute"});
+    list("another attribute", "<cityindex id=\"h\" name=\"H\" version=\"1\" size=\"1\"/>", 1,
+         {":2:40 unknown-attribute"});
+    list("another element", "<CityIndex id=\"hel\" name=\"H\" version=\"1\"/>", 0,
+         {":2:1 unknown-element"});
+    list("cities in a group are read", "<group>" + good + "</group>", 1, {":2:1 unknown-element"});
+    list("an id twice", good + '\n' + good, 1, {":3:12 duplicate-id"});
+    list("no id", "<cityindex id=\"\" name=\"H\" version=\"1\"/>", 1, {":2:12 empty-value"});
+    list("an id with blanks", "<cityindex id=\" h\" name=\"H\" version=\"1\"/>", 1,
+         {":2:12 blanks"});
+    list("no name", "<cityindex id=\"h\" name=\"\" version=\"1\"/>", 1, {":2:19 empty-value"});
+    list("text", "Helsinki", 0, {":2:1 text"});
+    row("a city as root", good, 0, {":1:1 root"});
+    row("no bytes", "", 0, {" empty"});
+}
+
+void CliLintXmlTest::cityIndexesAreChecked()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, read);
+    QFETCH(QStringList, expected);
+    rig->write({{QStringLiteral("cityindex.xml"), bytes}});
+
+    QCOMPARE(rig->findings(), expected);
+    QMap<QString, CityIndex> cities;
+    CityIndexListProcessor().readCityIndexList(rig->path(QStringLiteral("cityindex.xml")), cities);
+    QCOMPARE(int(cities.size()), read);
 }
 
 void CliLintXmlTest::contentFilesAreChecked_data()
