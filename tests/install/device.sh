@@ -29,6 +29,11 @@ serve_device() {
     server=$SERVER_PID # bash forgets its own when the server has ended
     trap 'kill "$server" && wait "$server" || true' EXIT
     read -r -t 60 base_uri <&"${SERVER[0]}" || fail "the server does not start"
+    point_device "$1"
+}
+
+# point_device FOLDER: the server that runs already gets into the settings of this device, too.
+point_device() {
     mkdir -p "$1/config/Orvel"
     printf '[vexa]\nvexaBaseURI=%s\n' "$base_uri" > "$1/config/Orvel/Maps.conf"
 }
