@@ -132,10 +132,11 @@ void LintFolder::checkLanguages()
         missing = missing.mid(0, MaxCodes);
         missing.append(QChar(0x2026));
     }
-    m_report->add(first, {}, "missing-names",
-                  tr("there are no names for %1 languages (%2): some hosts show no regions on "
-                     "such devices; a file without entries is enough")
-                      .arg(QString::number(count), missing.join(QLatin1String(", "))));
+    m_report->add(
+        first, {}, "missing-names",
+        tr("languages without a file of names: %1 (%2); some hosts show no regions on their "
+           "devices, and a file without entries is enough")
+            .arg(QString::number(count), missing.join(QLatin1String(", "))));
 }
 
 void LintFolder::checkSums()

@@ -365,13 +365,13 @@ void CliLintTest::aLanguageWithoutNamesIsFound()
     rig->write({{LintRig::namesFile(31), QByteArray()}});
     QCOMPARE(rig->findings(),
              QStringList {LintRig::namesFile(31) + QLatin1String(" missing-names")});
-    QVERIFY(output().contains("there are no names for 1 languages (031): "));
+    QVERIFY(output().contains("languages without a file of names: 1 (031); "));
 
     for (const int code : {6, 9, 14, 50, 103})
         rig->write({{LintRig::namesFile(code), QByteArray()}});
     QCOMPARE(rig->findings(),
              QStringList {LintRig::namesFile(6) + QLatin1String(" missing-names")});
-    QVERIFY(output().contains("for 6 languages (006, 009, 014, 031, 050, \xe2\x80\xa6): "));
+    QVERIFY(output().contains("of names: 6 (006, 009, 014, 031, 050, \xe2\x80\xa6); "));
 
     // A device has the names of one language.
     QVERIFY(QFile::remove(rig->path(QStringLiteral("version.txt"))));
