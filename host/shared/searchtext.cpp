@@ -43,10 +43,30 @@ bool isMark(QChar c)
     return c.category() == QChar::Mark_NonSpacing || c.category() == QChar::Mark_Enclosing;
 }
 
+// In ASCII nothing is to be taken apart, and most names are of nothing else.
+QString foldedAscii(const QString &text)
+{
+    QString result = text;
+    for (QChar &c : result) {
+        if (c >= QLatin1Char('A') && c <= QLatin1Char('Z'))
+            c = QChar(c.unicode() - 'A' + 'a');
+        else if (!c.isLetterOrNumber())
+            c = QLatin1Char(' ');
+    }
+    return result.simplified();
+}
+
+bool isAscii(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
 } // namespace
 
 QString SearchText::folded(const QString &text)
 {
+    if (isAscii(text))
+        return foldedAscii(text);
     const QString apart = text.normalized(QString::NormalizationForm_KD).toCaseFolded();
     QString result;
     result.reserve(apart.size());
