@@ -22,6 +22,7 @@ private Q_SLOTS:
     void theRemovalDialogTellsWhatStays();
     void aLockedDataSetIsExplainedAndTriedAgain();
     void aServerWithoutACatalogueIsExplained();
+    void theFreeSpaceIsMeasuredWheneverAPageThatTellsOfTheDiskIsShown();
     void theServerIsChangedInTheSettings();
     void theStyleIsChosenInTheSettings();
     void aWideWindowHasItsBarAtTheSide();
@@ -309,6 +310,22 @@ void UiPagesTest::aServerWithoutACatalogueIsExplained()
     QVERIFY(rig.waitFor("cannot be reached, or it is no map server"));
     QVERIFY(rig.press("Close the message"));
     QTRY_VERIFY(!rig.shows(QStringLiteral("cannot be reached")));
+}
+
+// The first time, too, when the page is made.
+void UiPagesTest::theFreeSpaceIsMeasuredWheneverAPageThatTellsOfTheDiskIsShown()
+{
+    UiRig rig;
+    QVERIFY(rig.open());
+    const QSignalSpy measured(rig.session.get(), &MapsSession::freeSpaceChanged);
+    int times = 0;
+    for (const int page : {3, 4}) {
+        for (int i = 0; i < 2; ++i) {
+            rig.window->setProperty("page", page);
+            QCOMPARE(measured.count(), ++times);
+            rig.window->setProperty("page", 0);
+        }
+    }
 }
 
 void UiPagesTest::theServerIsChangedInTheSettings()

@@ -329,13 +329,15 @@ ApplicationWindow {
                         onBrowsingAsked: window.show(0)
                     }
                 }
-                // At once: made in sight, its rows of wrapped text find no height on Qt 5.
-                SettingsPage {
-                    objectName: "settingsPage"
-                    focus: window.page === 3
-                    update: window.update
-                    newerVersion: window.newerVersion
-                    onUpdateAsked: window.showUpdate()
+                LazyPage {
+                    current: window.page === 3
+                    sourceComponent: SettingsPage {
+                        objectName: "settingsPage"
+                        focus: true
+                        update: window.update
+                        newerVersion: window.newerVersion
+                        onUpdateAsked: window.showUpdate()
+                    }
                 }
                 LazyPage {
                     current: window.page === window.updatePage

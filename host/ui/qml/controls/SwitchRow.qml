@@ -15,7 +15,7 @@ Switch {
     signal asked(bool value)
 
     Layout.fillWidth: true
-    implicitHeight: Math.max(56, words.implicitHeight + 16)
+    implicitHeight: Math.max(56, contentItem.implicitHeight + 16)
     hoverEnabled: true
     leftPadding: Theme.gap
     rightPadding: Theme.gap
@@ -41,28 +41,29 @@ Switch {
         value: control.value
     }
 
+    // No layouts: they would have to find their height again with their width.
     contentItem: Item {
-        implicitHeight: words.implicitHeight
+        implicitHeight: words.height
 
-        ColumnLayout {
+        Column {
             id: words
 
+            spacing: 2
             anchors.left: parent.left
             anchors.right: parent.right
             anchors.rightMargin: 52 + Theme.gap
             anchors.verticalCenter: parent.verticalCenter
-            spacing: 2
 
             TextLabel {
                 text: control.text
-                Layout.fillWidth: true
+                width: parent.width
             }
             TextLabel {
                 visible: control.explanation !== ""
                 text: control.explanation
                 color: Theme.secondaryText
                 font.pixelSize: 14
-                Layout.fillWidth: true
+                width: parent.width
             }
         }
     }

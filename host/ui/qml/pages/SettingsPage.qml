@@ -40,10 +40,13 @@ FocusScope {
         return text === "" ? qsTr("Unknown") : text
     }
 
-    onVisibleChanged: {
+    function look() {
         if (visible)
             session.update.look()
     }
+
+    onVisibleChanged: look()
+    Component.onCompleted: look()
 
     RegionFilterModel {
         id: installed

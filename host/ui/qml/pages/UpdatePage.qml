@@ -78,10 +78,13 @@ FocusScope {
 
     signal backAsked
 
-    onVisibleChanged: {
+    function look() {
         if (visible)
             session.update.look()
     }
+
+    onVisibleChanged: look()
+    Component.onCompleted: look()
 
     ColumnLayout {
         anchors.fill: parent
