@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QUrl>
 #include <vector>
 
@@ -29,6 +30,9 @@ public:
     void check(const LintCatalogue &catalogue);
     /** Reports the files beside the archives that no catalogue names; last. */
     void checkUnnamed();
+
+    /** The files below the folder that catalogues name, whether they are there or not. */
+    QStringList named() const { return {m_named.begin(), m_named.end()}; }
 
 private:
     /** One archive's tiles, by their numbers in m_tiles, ascending. */

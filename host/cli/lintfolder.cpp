@@ -77,7 +77,7 @@ void LintFolder::check()
     if (exists(LintCities::fileName()))
         LintCities(m_folder, m_report).check();
     if (exists(LintSums::fileName()))
-        checkSums();
+        checkSums(catalogues + nameFiles + archives.named() + QStringList {versionName()});
 }
 
 void LintFolder::checkVersion()
@@ -139,11 +139,11 @@ void LintFolder::checkLanguages()
             .arg(QString::number(count), missing.join(QLatin1String(", "))));
 }
 
-void LintFolder::checkSums()
+void LintFolder::checkSums(const QStringList &published)
 {
     LintSums sums(m_folder, m_report);
     sums.onFile = onFile;
-    sums.check();
+    sums.check(published);
 }
 
 // Files whose author took another name for the right one.

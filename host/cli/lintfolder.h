@@ -29,7 +29,7 @@ private:
     void checkVersion();
     void checkLanguages();
     void checkFileNames();
-    void checkSums();
+    void checkSums(const QStringList &published);
     bool exists(const QString &file) const;
     QStringList files(const char *pattern) const;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/lintsums.h"
 
+#include <algorithm>
 #include <optional>
 #include <QCryptographicHash>
 #include <QDir>
@@ -79,7 +80,7 @@ QString LintSums::fileName()
     return QStringLiteral("SHA256SUMS");
 }
 
-void LintSums::check()
+void LintSums::check(const QStringList &published)
 {
     const QFileInfo info(m_folder + QLatin1Char('/') + fileName());
     QFile list(info.filePath());
@@ -103,6 +104,8 @@ void LintSums::check()
     m_line = 0;
     if (isEmpty)
         add(0, "empty", tr("there is no check sum in it"));
+    else
+        checkPublished(published);
 }
 
 void LintSums::checkLine(const QString &text)
@@ -126,6 +129,7 @@ void LintSums::checkFile(const QString &file, const QByteArray &sum, int column)
         add(column, "outside", tr("%1 leads out of what is published").arg(name));
         return;
     }
+    m_listed.insert(inFolder);
     QFile bytes(m_folder + QLatin1Char('/') + inFolder);
     if (!QFileInfo(bytes).isFile()) {
         add(column, "missing-file", tr("there is no %1").arg(name));
@@ -138,6 +142,21 @@ void LintSums::checkFile(const QString &file, const QByteArray &sum, int column)
         add(column, "unreadable", tr("%1 cannot be read").arg(name));
     else if (hash.result().toHex() != sum)
         add(column, "other-sum", tr("%1 has another check sum").arg(name));
+}
+
+// A list that was not renewed fits all of its files, and says nothing of the new ones.
+void LintSums::checkPublished(QStringList published)
+{
+    const auto isSettled = [this](const QString &file) {
+        return m_listed.contains(file) || !QFileInfo(m_folder + QLatin1Char('/') + file).isFile();
+    };
+    published.erase(std::remove_if(published.begin(), published.end(), isSettled), published.end());
+    if (published.isEmpty())
+        return;
+    published.sort();
+    add(0, "no-sum",
+        tr("files without a check sum: %1; the first is %2")
+            .arg(QString::number(published.size()), LintReport::quoted(published.first())));
 }
 
 void LintSums::add(int column, const char *kind, const QString &text)

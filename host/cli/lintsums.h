@@ -5,7 +5,9 @@
 #include <functional>
 #include <QByteArray>
 #include <QCoreApplication>
+#include <QSet>
 #include <QString>
+#include <QStringList>
 
 /**
  * Looks through the list of check sums, line by line as sha256sum reads it, and compares the files
@@ -24,14 +26,17 @@ public:
 
     static QString fileName();
 
-    void check();
+    /** The published files are those that devices fetch: each is to have a check sum. */
+    void check(const QStringList &published);
 
 private:
     void checkLine(const QString &text);
     void checkFile(const QString &file, const QByteArray &sum, int column);
+    void checkPublished(QStringList published);
     void add(int column, const char *kind, const QString &text);
 
     const QString m_folder;
     LintReport *const m_report;
     int m_line = 0;
+    QSet<QString> m_listed; // files
 };
