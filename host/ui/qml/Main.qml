@@ -130,7 +130,7 @@ ApplicationWindow {
                         Layout.bottomMargin: Theme.gap
 
                         Image {
-                            source: "qrc:/icons/vexa-maps-ui.svg"
+                            source: "image://icons/vexa-maps-ui/000000" // in its own colours
                             sourceSize: Qt.size(72, 72)
                             Layout.preferredWidth: 36
                             Layout.preferredHeight: 36

@@ -8,97 +8,105 @@ import VexaMaps 1.0
 FocusScope {
     id: pane
 
-    property alias regionId: details.regionId
-    readonly property bool empty: details.region.regionId === undefined
-    readonly property var region: details.region
-    readonly property bool failed: region.state === "failed"
+    property string regionId
+    readonly property bool empty: details.item === null || details.item.empty
 
     signal removalAsked(string id)
 
-    Flickable {
-        id: view
+    LazyPage {
+        id: details
 
+        current: pane.regionId !== ""
         visible: !pane.empty
         anchors.fill: parent
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        ScrollBar.vertical: ScrollBar { }
+        sourceComponent: Flickable {
+            id: view
 
-        // No binding: asking a layout for its height may make it find another one, in a loop.
-        function measure() {
-            contentHeight = column.implicitHeight + 64
-            // A little above the middle, where the eye looks for it.
-            column.y = Math.max(32, Math.round((height - column.implicitHeight) * 0.4))
-        }
+            readonly property bool empty: region.regionId === undefined
+            readonly property var region: facts.region
+            readonly property bool failed: region.state === "failed"
 
-        onHeightChanged: Qt.callLater(measure)
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            ScrollBar.vertical: ScrollBar { }
 
-        ColumnLayout {
-            id: column
-
-            x: (parent.width - width) / 2
-            width: Math.min(view.width - 48, 400)
-            spacing: 4
-            onImplicitHeightChanged: Qt.callLater(view.measure)
-            Component.onCompleted: view.measure()
-
-            Rectangle {
-                Layout.alignment: Qt.AlignHCenter
-                Layout.bottomMargin: Theme.unit
-                implicitWidth: 96
-                implicitHeight: 96
-                radius: 48
-                color: pane.failed ? Theme.dangerTint
-                                   : pane.region.installed ? Theme.accent : Theme.accentTint
-
-                Icon {
-                    anchors.centerIn: parent
-                    size: 48
-                    name: pane.failed ? "warning"
-                          : pane.region.installed ? "check"
-                          : pane.region.hasChildren ? "globe" : "map"
-                    color: pane.failed ? Theme.danger
-                                       : pane.region.installed ? Theme.accentText : Theme.accent
-                }
+            // No binding: asking a layout for its height may make it find another one, in a loop.
+            function measure() {
+                contentHeight = column.implicitHeight + 64
+                // A little above the middle, where the eye looks for it.
+                column.y = Math.max(32, Math.round((height - column.implicitHeight) * 0.4))
             }
-            TextLabel {
-                text: pane.region.name || ""
-                font.pixelSize: Theme.title
-                font.weight: Font.DemiBold
-                horizontalAlignment: Text.AlignHCenter
-                Layout.fillWidth: true
-                Accessible.role: Accessible.Heading
-            }
-            TextLabel {
-                visible: text !== ""
-                text: pane.region.path || ""
-                color: Theme.secondaryText
-                font.pixelSize: 14
-                horizontalAlignment: Text.AlignHCenter
-                Layout.fillWidth: true
-            }
-            TextLabel {
-                visible: pane.region.hasChildren === true
-                text: qsTr("%n map(s) inside", "", pane.region.childCount || 0)
-                color: Theme.secondaryText
-                font.pixelSize: 14
-                horizontalAlignment: Text.AlignHCenter
-                Layout.fillWidth: true
-            }
-            Card {
-                // A part of the world may be nothing but a folder of maps.
-                visible: pane.region.downloadable === true || pane.region.installed === true
-                Layout.fillWidth: true
-                Layout.topMargin: Theme.gap
 
-                RegionDetails {
-                    id: details
+            onHeightChanged: Qt.callLater(measure)
 
-                    Layout.fillWidth: true
-                    Layout.margins: Theme.gap
-                    Layout.topMargin: Theme.unit
+            ColumnLayout {
+                id: column
+
+                x: (parent.width - width) / 2
+                width: Math.min(view.width - 48, 400)
+                spacing: 4
+                onImplicitHeightChanged: Qt.callLater(view.measure)
+                Component.onCompleted: view.measure()
+
+                Rectangle {
+                    Layout.alignment: Qt.AlignHCenter
                     Layout.bottomMargin: Theme.unit
-                    onRemovalAsked: id => pane.removalAsked(id)
+                    implicitWidth: 96
+                    implicitHeight: 96
+                    radius: 48
+                    color: view.failed ? Theme.dangerTint
+                                       : view.region.installed ? Theme.accent : Theme.accentTint
+
+                    Icon {
+                        anchors.centerIn: parent
+                        size: 48
+                        name: view.failed ? "warning"
+                              : view.region.installed ? "check"
+                              : view.region.hasChildren ? "globe" : "map"
+                        color: view.failed ? Theme.danger
+                                           : view.region.installed ? Theme.accentText : Theme.accent
+                    }
+                }
+                TextLabel {
+                    text: view.region.name || ""
+                    font.pixelSize: Theme.title
+                    font.weight: Font.DemiBold
+                    horizontalAlignment: Text.AlignHCenter
+                    Layout.fillWidth: true
+                    Accessible.role: Accessible.Heading
+                }
+                TextLabel {
+                    visible: text !== ""
+                    text: view.region.path || ""
+                    color: Theme.secondaryText
+                    font.pixelSize: 14
+                    horizontalAlignment: Text.AlignHCenter
+                    Layout.fillWidth: true
+                }
+                TextLabel {
+                    visible: view.region.hasChildren === true
+                    text: qsTr("%n map(s) inside", "", view.region.childCount || 0)
+                    color: Theme.secondaryText
+                    font.pixelSize: 14
+                    horizontalAlignment: Text.AlignHCenter
+                    Layout.fillWidth: true
+                }
+                Card {
+                    // A part of the world may be nothing but a folder of maps.
+                    visible: view.region.downloadable === true || view.region.installed === true
+                    Layout.fillWidth: true
+                    Layout.topMargin: Theme.gap
+
+                    RegionDetails {
+                        id: facts
+
+                        regionId: pane.regionId
+                        Layout.fillWidth: true
+                        Layout.margins: Theme.gap
+                        Layout.topMargin: Theme.unit
+                        Layout.bottomMargin: Theme.unit
+                        onRemovalAsked: id => pane.removalAsked(id)
+                    }
                 }
             }
         }
