@@ -35,7 +35,7 @@ ListView {
     keyNavigationEnabled: true
     boundsBehavior: Flickable.StopAtBounds
     reuseItems: true
-    cacheBuffer: 480
+    cacheBuffer: 0 // until the first rows are there
     currentIndex: 0
     Accessible.role: Accessible.List
     onMovementStarted: byKeyboard = false
@@ -69,8 +69,23 @@ ListView {
                                              : rows.count > 0 ? rows.get(0).regionId : ""
     }
 
+    // While the first rows come, those beyond the sight would be made for places that they lose.
+    // Later loads change little, and a list that is scrolled must stay where it is.
+    function prepareRows() {
+        if (!session.regions || !session.regions.loading)
+            cacheBuffer = 480
+    }
+
     onChosenIdChanged: findDetail()
-    Component.onCompleted: findDetail()
+    Component.onCompleted: {
+        findDetail()
+        prepareRows()
+    }
+
+    Connections {
+        target: session.regions
+        function onLoadingChanged() { list.prepareRows() }
+    }
 
     Connections {
         target: rows
