@@ -23,6 +23,10 @@ extern char **environ;
 
 namespace {
 
+// A busy second of the machine would otherwise be all that is seen of a short piece of work.
+constexpr qint64 ShortestComparison = 12 * 1000; // ms
+constexpr int MostPairs = 49;
+
 const QLatin1String peakKey("peakMemory");
 const QLatin1String wallKey("wall");
 const QLatin1String cpuKey("cpu");
@@ -190,8 +194,15 @@ Ratios comparePairs(const std::function<Cost()> &ours, const std::function<Cost(
     QList<double> cpu;
     QList<double> memory;
     // The short form counts the first pair, too.
-    const int warmups = warmup == Warmup::OnePair && pairs > 1 ? 1 : 0;
-    for (int pair = 0; pair < warmups + pairs; ++pair) {
+    const bool isQuick = pairs == 1;
+    const int warmups = warmup == Warmup::OnePair && !isQuick ? 1 : 0;
+    QElapsedTimer clock;
+    clock.start();
+    const auto isEnough = [&](int measured) {
+        const bool isLong = isQuick || clock.elapsed() > ShortestComparison;
+        return measured >= MostPairs || (measured >= pairs && isLong);
+    };
+    for (int pair = 0; !isEnough(pair - warmups); ++pair) {
         const bool oursFirst = pair % 2 == 0;
         const Cost first = oursFirst ? ours() : peers();
         const Cost second = oursFirst ? peers() : ours();

@@ -73,7 +73,8 @@ enum class Warmup {
  * Runs ours and the peer's in turn, so that both meet the same machine in the same minute, and
  * changes who goes first with each pair.
  *
- * @param pairs at least 7 for a figure that is shown; the quick form makes do with 1
+ * @param pairs how many at least, 7 for a figure that is shown: short work is measured for some
+ *              seconds. With 1, the quick form, it is one pair
  */
 Ratios comparePairs(const std::function<Cost()> &ours, const std::function<Cost()> &peers,
                     int pairs, Warmup warmup = Warmup::OnePair);
