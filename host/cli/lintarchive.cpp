@@ -3,6 +3,7 @@
 
 #include "archive/archivenames_p.h"
 #include "archive/vexaarchive.h"
+#include "host/shared/folderops.h"
 #include <archive.h>
 #include <archive_entry.h>
 #include <memory>
@@ -120,8 +121,7 @@ bool LintArchive::isUnpacked(archive_entry *entry, const QString &name)
 // Where the entry would come to lie. The extractor stops at the first that cannot be made.
 bool LintArchive::checkPlace(const QString &name, const QString &path, bool isFolder)
 {
-    if (path.startsWith(QLatin1Char('/')) || path == QLatin1String("..")
-        || path.startsWith(QLatin1String("../"))) {
+    if (path.startsWith(QLatin1Char('/')) || FolderOps::leadsOut(path)) {
         add("outside",
             tr("%1 leads out of the destination: the archive is refused")
                 .arg(LintReport::quoted(name)));

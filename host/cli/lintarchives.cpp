@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/lintarchives.h"
 
+#include "host/shared/folderops.h"
 #include <algorithm>
 #include <QDir>
 #include <QFileInfo>
@@ -92,7 +93,7 @@ QString LintArchives::localFile(const LintCatalogue &catalogue, const LintRegion
     if (file.isEmpty() || file.endsWith(QLatin1Char('/')))
         return refuse(tr("%1 names a folder and no archive").arg(LintReport::quoted(region.link)));
     QString path = QDir::cleanPath(file);
-    if (path == QLatin1String("..") || path.startsWith(QLatin1String("../")))
+    if (FolderOps::leadsOut(path))
         return refuse(tr("%1 leads out of what is published").arg(LintReport::quoted(region.link)));
     return path;
 }

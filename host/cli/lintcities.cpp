@@ -23,14 +23,8 @@ void LintCities::check()
 {
     if (!m_xml.open())
         return;
-    for (auto step = m_xml.next(); step != XmlFileReader::Done; step = m_xml.next()) {
-        if (step != XmlFileReader::Start)
-            continue;
-        if (m_xml.depth() > 1)
-            checkElement();
-        else if (m_xml.is(Entry))
-            m_xml.add(m_xml.place(), "root", tr("the outermost element is never a city"));
-    }
+    while (m_xml.nextBelowRoot(Entry, tr("the outermost element is never a city")))
+        checkElement();
 }
 
 void LintCities::checkElement()

@@ -4,6 +4,7 @@
 #include "catalog/mapcatalogprocessor.h"
 #include "catalog/xmlnames_p.h"
 #include "host/shared/catalogfiles.h"
+#include "host/shared/folderops.h"
 #include "host/shared/mapsversion.h"
 #include "host/shared/tilelist.h"
 #include <algorithm>
@@ -153,7 +154,7 @@ void LintContent::checkRegionTile()
 
 void LintContent::checkPath(const QString &path)
 {
-    if (path == QLatin1String("..") || path.startsWith(QLatin1String("../")))
+    if (FolderOps::leadsOut(path))
         m_xml.add(m_xml.place(Path), "outside",
                   tr("%1 leads out of the tile cache").arg(LintReport::quoted(path)));
     else if (!path.contains(QLatin1String(".cdt")))

@@ -21,7 +21,6 @@ namespace {
 
 constexpr LintPlace Start {1, 1};
 constexpr int MaxCodes = 5; // that are listed
-const QLatin1String FallbackCode("001"); // of the names that stand in for others
 
 } // namespace
 
@@ -82,7 +81,7 @@ void LintFolder::check()
 
 void LintFolder::checkVersion()
 {
-    const QString fallback = CatalogFiles::namesName(FallbackCode);
+    const QString fallback = CatalogFiles::namesName(CatalogFiles::fallbackCode());
     if (!exists(fallback))
         m_report->add(fallback, {}, "missing-file",
                       tr("it is not there; devices whose language has no file take this one"));
@@ -120,7 +119,7 @@ void LintFolder::checkLanguages()
 {
     QStringList missing;
     for (const QString &code : LintNames::codesOfDevices()) {
-        if (code != FallbackCode && !exists(CatalogFiles::namesName(code)))
+        if (code != CatalogFiles::fallbackCode() && !exists(CatalogFiles::namesName(code)))
             missing.append(code);
     }
     if (missing.isEmpty())

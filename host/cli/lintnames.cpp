@@ -48,14 +48,8 @@ void LintNames::check()
     checkCode();
     if (!m_xml.open())
         return;
-    for (auto step = m_xml.next(); step != XmlFileReader::Done; step = m_xml.next()) {
-        if (step != XmlFileReader::Start)
-            continue;
-        if (m_xml.depth() > 1)
-            checkElement();
-        else if (m_xml.is(RegionElement))
-            m_xml.add(m_xml.place(), "root", tr("the outermost element is never a name"));
-    }
+    while (m_xml.nextBelowRoot(RegionElement, tr("the outermost element is never a name")))
+        checkElement();
 }
 
 void LintNames::checkCode()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/cli/lintsums.h"
 
+#include "host/shared/folderops.h"
 #include <algorithm>
 #include <optional>
 #include <QCryptographicHash>
@@ -124,8 +125,7 @@ void LintSums::checkFile(const QString &file, const QByteArray &sum, int column)
 {
     const QString name = LintReport::quoted(file);
     const QString inFolder = QDir::cleanPath(file);
-    if (QDir::isAbsolutePath(inFolder) || inFolder == QLatin1String("..")
-        || inFolder.startsWith(QLatin1String("../"))) {
+    if (QDir::isAbsolutePath(inFolder) || FolderOps::leadsOut(inFolder)) {
         add(column, "outside", tr("%1 leads out of what is published").arg(name));
         return;
     }

@@ -68,6 +68,19 @@ XmlFileReader::Step LintXml::next()
     return step;
 }
 
+bool LintXml::nextBelowRoot(QLatin1String meant, const QString &rootText)
+{
+    for (auto step = next(); step != XmlFileReader::Done; step = next()) {
+        if (step != XmlFileReader::Start)
+            continue;
+        if (depth() > 1)
+            return true;
+        if (is(meant))
+            add(place(), "root", rootText);
+    }
+    return false;
+}
+
 QString LintXml::name() const
 {
     return tag() ? tag()->name : QString();

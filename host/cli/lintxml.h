@@ -27,6 +27,11 @@ public:
     bool open();
     /** Goes on; at the end the report gets what is wrong with the XML. */
     XmlFileReader::Step next();
+    /**
+     * Goes on to the next element below the outermost one; false at the end. The text is reported
+     * if the outermost has the name of those that are meant: the library never takes it for one.
+     */
+    bool nextBelowRoot(QLatin1String meant, const QString &rootText);
 
     int depth() const { return m_reader.depth(); }
     bool is(QLatin1String name) const { return m_reader.is(name); }

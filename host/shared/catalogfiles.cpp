@@ -28,6 +28,11 @@ QString CatalogFiles::namesName(const QString &code)
     return QStringLiteral("regionname-lang-%1.xml").arg(code);
 }
 
+QString CatalogFiles::fallbackCode()
+{
+    return QStringLiteral("001");
+}
+
 bool CatalogFiles::isCut(QIODevice *xml)
 {
     QXmlStreamReader reader(xml);

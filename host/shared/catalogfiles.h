@@ -23,6 +23,9 @@ QString catalogName(const QString &version);
 /** The regions' names in the language of this code. */
 QString namesName(const QString &code);
 
+/** The code of the language whose names stand in for those that a server does not have. */
+QString fallbackCode();
+
 /**
  * Whether the XML ends before its end. The catalogue's readers take what they can get; a file that
  * was cut on its way must not pass for whole. The device is open for reading.

@@ -18,7 +18,6 @@
 namespace {
 
 const char *const IdPrefix = "refresh:";
-const char *const FallbackCode = "001";
 
 QString versionIn(const QString &path)
 {
@@ -204,7 +203,7 @@ void CatalogRefresher::onCatalog(bool arrived)
 // Names are wanted but not needed: without them regions have their names from the catalogue.
 void CatalogRefresher::onNames(const QString &code, bool arrived)
 {
-    const QString fallback = QLatin1String(FallbackCode);
+    const QString fallback = CatalogFiles::fallbackCode();
     if (!arrived && code != fallback) {
         fetch(CatalogFiles::namesName(fallback),
               [this, fallback](bool ok) { onNames(fallback, ok); });

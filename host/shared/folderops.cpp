@@ -57,6 +57,11 @@ int removeOne(const char *path, const struct stat *, int, struct FTW *)
 
 } // namespace
 
+bool FolderOps::leadsOut(const QString &path)
+{
+    return path == QLatin1String("..") || path.startsWith(QLatin1String("../"));
+}
+
 FolderOps::Identity FolderOps::identityOf(const QString &path)
 {
     struct statx about = {};

@@ -42,6 +42,9 @@ bool hasFiles(const QString &folder);
 /** The sizes of the files in and below the folder, in bytes. */
 qint64 bytesBelow(const QString &folder);
 
+/** Whether a clean relative path leads out of the folder that it begins in. */
+bool leadsOut(const QString &path);
+
 /** Renames; an empty folder that has the name is replaced, nothing else ever. */
 bool rename(const QString &from, const QString &to, QString *errorString);
 /** Removes a folder that has nothing but folders in it. */

@@ -2,6 +2,7 @@
 #include "host/shared/remotearchive.h"
 
 #include "archive/archivenames_p.h"
+#include "host/shared/folderops.h"
 #include "host/shared/zipdirectory.h"
 #include <archive.h>
 #include <archive_entry.h>
@@ -350,8 +351,7 @@ bool RemoteArchive::addEntry(archive_entry *entry)
 bool RemoteArchive::add(const QString &name, qint64 size, bool isFile)
 {
     const QString path = QDir::cleanPath(name);
-    const bool leadsOut = path.startsWith(QLatin1Char('/')) || path == QLatin1String("..")
-        || path.startsWith(QLatin1String("../"));
+    const bool leadsOut = path.startsWith(QLatin1Char('/')) || FolderOps::leadsOut(path);
     if (name.isEmpty() || leadsOut || size < 0 || (isFile && m_files.contains(path)))
         return fail(Failure::Archive,
                     tr("%1 holds a file that may not be unpacked: \"%2\".").arg(m_name, name));
